@@ -1,0 +1,12 @@
+/* Namespace URIs of the models that cross the border. */
+#ifndef OCOPTICAL_NAMESPACES_H
+#define OCOPTICAL_NAMESPACES_H
+
+#define ZMF_NS_OC_TERMINAL_DEVICE "http://openconfig.net/yang/terminal-device"
+#define ZMF_NS_OC_PLATFORM "http://openconfig.net/yang/platform"
+#define ZMF_NS_OC_PLATFORM_TRANSCEIVER "http://openconfig.net/yang/platform/transceiver"
+#define ZMF_NS_OC_IF_ETHERNET "http://openconfig.net/yang/interfaces/ethernet"
+#define ZMF_NS_OC_TRANSPORT_TYPES "http://openconfig.net/yang/transport-types"
+#define ZMF_NS_CORVANE(module) "urn:corvane:yang:" module /* ZMF_NS_CORVANE("Corvane-terminal-device-cfg") */
+
+#endif

@@ -1,0 +1,93 @@
+#include "engine/callback.h"
+
+#include "engine/request.h"
+
+namespace ocoptical {
+
+namespace {
+
+bool lacks_arguments(const zmf_datatree *node, const zmf_datatree *tree) {
+    return node == nullptr || tree == nullptr;
+}
+
+rcode refuse_leaf(zmf_map_ctx ctx, const zmf_datatree *node) {
+    zmf_oc_error_path(ctx);
+    set_err_msg(ctx, node->tag);
+    return RC_UNSUPPORTED_NODE;
+}
+
+// The source node follows every request that is not a read, a merge too.
+rcode add_path(zmf_map_ctx ctx, const zmf_datatree *node, zmf_datatree *tree, const target &at, const char *value) {
+    return add(ctx, tree, at, value, is_read(ctx) ? nullptr : node);
+}
+
+rcode run(const mapping &m, zmf_map_ctx ctx, const zmf_datatree *node, zmf_datatree *tree) {
+    switch (m.how) {
+    case form::nothing:
+        return RC_OK;
+    case form::refuse:
+        return refuse_leaf(ctx, node);
+    case form::path:
+        return add_path(ctx, node, tree, m.at, node->value);
+    case form::list:
+        return add_list(ctx, tree, m.at, zmf_map_is_request_delete(node) ? node : nullptr);
+    case form::edit_rule:
+        return add_by_edit_rule(ctx, node, tree, m.at, node->value);
+    case form::convert:
+        return m.node(ctx, node, tree);
+    case form::path_and_value:
+        return add_path(ctx, node, tree, m.at, m.value(ctx, node, tree));
+    }
+    return RC_OK;
+}
+
+} // namespace
+
+rcode default_container(frame &f, side s, const mapping &m, zmf_map_ctx ctx, const zmf_datatree *node,
+                        unsigned int count, zmf_datatree *tree) {
+    log_statement(ctx, f.start(), TRC("Start"));
+    const bool is_tested = s == side::high || m.how != form::nothing;
+    if (is_tested && lacks_arguments(node, tree)) {
+        return refuse_arguments(ctx, f.bad_arguments());
+    }
+    const rcode status = m.container != nullptr ? m.container(ctx, node, count, tree) : run(m, ctx, node, tree);
+    log_statement(ctx, f.end(), TRC("End"));
+    return status;
+}
+
+rcode default_node(frame &f, const mapping &m, zmf_map_ctx ctx, const zmf_datatree *node, zmf_datatree *tree) {
+    log_statement(ctx, f.start(), TRC("Start"));
+    if (m.how != form::nothing && lacks_arguments(node, tree)) {
+        return refuse_arguments(ctx, f.bad_arguments());
+    }
+    const rcode status = run(m, ctx, node, tree);
+    log_statement(ctx, f.end(), TRC("End"));
+    return status;
+}
+
+rcode default_hook_ox(frame &f, zmf_map_ctx ctx, const zmf_datatree *node, zmf_datatree *tree) {
+    log_statement(ctx, f.start(), TRC("Start"));
+    if (lacks_arguments(node, tree)) {
+        return refuse_arguments(ctx, f.bad_arguments());
+    }
+    rcode status = RC_OK;
+    if (zmf_map_is_request_add(ctx, node)) {
+        set_err_msg(ctx, node->tag);
+        zmf_oc_error_path(ctx);
+        status = RC_UNSUPPORTED_AUGMENT;
+    }
+    log_statement(ctx, f.end(), TRC("End"));
+    return status;
+}
+
+rcode framed(frame &f, body_fn body, zmf_map_ctx ctx, const zmf_datatree *node, zmf_datatree *tree) {
+    log_statement(ctx, f.start(), TRC("Start"));
+    if (lacks_arguments(node, tree)) {
+        return refuse_arguments(ctx, f.bad_arguments());
+    }
+    const rcode status = body(ctx, node, tree, f.function);
+    log_statement(ctx, f.end(), TRC("End"));
+    return status;
+}
+
+} // namespace ocoptical

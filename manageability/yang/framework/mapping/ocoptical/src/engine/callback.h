@@ -1,0 +1,112 @@
+// Callbacks: the mapping column of a model table, the default body of each form, and the makers of hand-written
+// functions.
+//
+// A maker supplies what every function of the plug-in has around its work: the assertion of the context, "Start", the
+// argument test, "End". It owns the trace statements of that frame; the work is told once, in ordinary functions.
+#pragma once
+
+#include "engine/add.h"
+#include "engine/export.h"
+#include "engine/trace.h"
+#include "zmf.h"
+
+namespace ocoptical {
+
+// The models whose leaves without a target are refused (OpenConfig), and those whose are left out (native).
+enum class side : uint8_t { high, low };
+
+enum class form : uint8_t { nothing, refuse, path, list, edit_rule, convert, path_and_value };
+
+struct mapping {
+    form how = form::nothing;
+    target at = {nullptr, nullptr};
+    zmf_node_fn node = nullptr;
+    zmf_cont_fn container = nullptr;
+    zmf_value_fn value = nullptr;
+};
+
+// The mapping column.
+consteval mapping nothing() {
+    return {};
+}
+// A leaf that is not supported: its tag goes to the client.
+consteval mapping refuse() {
+    return {.how = form::refuse};
+}
+// What stands for a leaf without a target, in a model of that side.
+consteval mapping no_leaf(side s) {
+    return s == side::high ? refuse() : nothing();
+}
+// One native path with the node's own value.
+consteval mapping to_path(const char *ns, const char *path) {
+    return {.how = form::path, .at = {ns, path}};
+}
+// One native list.
+consteval mapping to_list(const char *ns, const char *path) {
+    return {.how = form::list, .at = {ns, path}};
+}
+// One native path by the rule of a plain leaf.
+consteval mapping to_leaf(const char *ns, const char *path) {
+    return {.how = form::edit_rule, .at = {ns, path}};
+}
+// A conversion, called with the callback's own arguments.
+consteval mapping convert(zmf_node_fn conversion) {
+    return {.how = form::convert, .node = conversion};
+}
+consteval mapping convert(zmf_cont_fn conversion) {
+    return {.how = form::convert, .container = conversion};
+}
+// One native path with the text of a conversion as value.
+consteval mapping path_and_value(const char *ns, const char *path, zmf_value_fn value) {
+    return {.how = form::path_and_value, .at = {ns, path}, .value = value};
+}
+
+// The trace statements of a frame.
+struct frame {
+    const char *function;
+    int line;
+    uint32_t filter_words[3] = {fresh_filter_word, fresh_filter_word, fresh_filter_word};
+
+    trace_point start() { return {function, line, &filter_words[0]}; }
+    trace_point bad_arguments() { return {function, line, &filter_words[1]}; }
+    trace_point end() { return {function, line, &filter_words[2]}; }
+};
+
+#define OC_FRAME                                                                                                       \
+    ocoptical::frame {                                                                                                 \
+        __func__, __LINE__                                                                                             \
+    }
+
+// Default bodies: of a container, and of a list or leaf.
+rcode default_container(frame &f, side s, const mapping &m, zmf_map_ctx ctx, const zmf_datatree *node,
+                        unsigned int count, zmf_datatree *tree);
+rcode default_node(frame &f, const mapping &m, zmf_map_ctx ctx, const zmf_datatree *node, zmf_datatree *tree);
+
+// A child of a foreign namespace: refused where the request adds it.
+rcode default_hook_ox(frame &f, zmf_map_ctx ctx, const zmf_datatree *node, zmf_datatree *tree);
+
+// A body behind a maker: `oc_self` is the exported name.
+using body_fn = rcode (*)(zmf_map_ctx ctx, const zmf_datatree *node, zmf_datatree *tree, const char *oc_self);
+rcode framed(frame &f, body_fn body, zmf_map_ctx ctx, const zmf_datatree *node, zmf_datatree *tree);
+
+#define OC_BODY(name)                                                                                                  \
+    static rcode OC_JOIN(name, _body)([[maybe_unused]] zmf_map_ctx ctx, [[maybe_unused]] const zmf_datatree *node,     \
+                                      [[maybe_unused]] zmf_datatree *tree, [[maybe_unused]] const char *oc_self)
+
+// A hand-written callback or conversion: CONVERSION(name) { ... return status; }
+#define CONVERSION(name) CONVERSION_AFTER(ocoptical::nothing_first, name)
+
+// The same, where `first` (void first(zmf_map_ctx)) runs before the argument test, whatever that finds.
+#define CONVERSION_AFTER(first, name)                                                                                  \
+    OC_BODY(name);                                                                                                     \
+    extern "C" OC_EXPORT rcode name(zmf_map_ctx ctx, const zmf_datatree *node, zmf_datatree *tree) {                   \
+        assert(NULL != ctx);                                                                                           \
+        static constinit ocoptical::frame f = OC_FRAME;                                                                \
+        first(ctx);                                                                                                    \
+        return ocoptical::framed(f, OC_JOIN(name, _body), ctx, node, tree);                                            \
+    }                                                                                                                  \
+    OC_BODY(name)
+
+inline void nothing_first(zmf_map_ctx /*ctx*/) {}
+
+} // namespace ocoptical

@@ -1,0 +1,741 @@
+#include "engine/walk_ox.h"
+
+#include "engine/export.h"
+#include "engine/request.h"
+#include "engine/trace.h"
+
+// A walker traces under the name that its node's row gives, with the line of the statement here.
+#define WALK_TRACE(...) OC_TRACE_AS(ctx, model.walker, __VA_ARGS__)
+
+namespace ocoptical {
+
+namespace {
+
+// The children of a request node as a walker works on them.
+struct subtree {
+    zmf_datatree *children = nullptr;
+    uint32_t count = 0;
+    bool present = false; // has_children
+};
+
+// A hidden subtree and how to give it back.
+struct hidden_children {
+    subtree kept;
+
+    explicit hidden_children(zmf_datatree *node) {
+        kept = {node->children, node->child_count, node->has_children != 0};
+        if (kept.present) {
+            node->children = nullptr;
+            node->child_count = 0;
+            node->has_children = 0;
+        }
+    }
+
+    void give_back(zmf_datatree *node) const {
+        if (kept.present) {
+            node->children = kept.children;
+            node->child_count = kept.count;
+            node->has_children = 1;
+        }
+    }
+};
+
+// What a list walker knows of the keys of an entry.
+struct key_findings {
+    uint32_t nodes = 0;         // key nodes
+    uint32_t valued = 0;        // key nodes with a value
+    bool without_value = false; // a key node without one
+    bool non_key_child = false; // any child that is no key
+
+    bool only_keys() const { return valued != 0 && !without_value && !non_key_child; }
+};
+
+bool falls_through(zmf_map_ctx ctx) {
+    return ctx->req_ctx->walk_all == 1;
+}
+
+bool is_read_or_delete(zmf_map_ctx ctx, const zmf_datatree *node) {
+    return is_read(ctx) || zmf_map_is_request_delete(node);
+}
+
+void write_op(zmf_datatree *node, uint32_t op) {
+    node->op = op;
+    node->op_explicit = 1;
+}
+
+void set_schema_kind(zmf_datatree *node, uint32_t kind) {
+    node->schema_kind = kind;
+    node->schema_kind_set = 1;
+}
+
+void mark_key(zmf_datatree *node) {
+    node->is_key = 1;
+    node->key_seen = 1;
+}
+
+bool is_key(const model_node &model) {
+    return model.kind == node_kind::key;
+}
+
+// Nodes of operational data are neither matched nor fallen through in any other request.
+bool is_walked(zmf_map_ctx ctx, const model_node &model) {
+    return !model.only_get || request_kind(ctx) == OP_GET;
+}
+
+const model_node *match(zmf_map_ctx ctx, const model_node &model, const char *tag) {
+    for (const model_node &child : children_of(model)) {
+        if (is_walked(ctx, child) && zmf_map_do_these_match(tag, child.tag)) {
+            return &child;
+        }
+    }
+    return nullptr;
+}
+
+const model_node *match_key(const model_node &model, const char *tag) {
+    for (const model_node &child : children_of(model)) {
+        if (!is_key(child)) {
+            break;
+        }
+        if (zmf_map_do_these_match(tag, child.tag)) {
+            return &child;
+        }
+    }
+    return nullptr;
+}
+
+rcode take_subtree(zmf_map_ctx ctx, const model_node &model, const zmf_datatree *node, subtree *below) {
+    if (node->has_children) {
+        *below = {node->children, node->child_count, true};
+        if (below->children == nullptr && below->count != 0) {
+            WALK_TRACE(ERR("Failed to get subtrees!"));
+            return RC_SUBTREE_ERROR;
+        }
+    }
+    return RC_OK;
+}
+
+rcode note_missing_tag(zmf_map_ctx ctx, const model_node &model) {
+    WALK_TRACE(ERR("Tag name is not available!"));
+    return RC_SUBTREE_ERROR;
+}
+
+// A child that the model does not know: an error of the client in its own namespace, the hook's matter in another.
+rcode walk_unknown(zmf_map_ctx ctx, const model_node &model, zmf_datatree *child, zmf_datatree *tree) {
+    if (!zmf_map_do_these_match(child->ns, model.ns)) {
+        return model.augments(ctx, child, tree);
+    }
+    WALK_TRACE(ERR("Unsupported tag is specified in the request."));
+    if (is_read(ctx)) {
+        return RC_OK;
+    }
+    set_err_msg(ctx, child->tag);
+    zmf_oc_error_path(ctx);
+    return RC_UNSUPPORTED_NODE;
+}
+
+// Pushes the node on the walk record and begins a level of the subtree filter.
+void enter(zmf_map_ctx ctx, zmf_datatree *node, unsigned int hierarchy, uint32_t schema_kind) {
+    zmf_map_add_to_node_hierarchy(ctx, node, hierarchy);
+    set_schema_kind(node, schema_kind);
+    if (is_read(ctx)) {
+        ctx->req_ctx->filter_bits &= FILTER_ENTRY_MASK;
+    }
+}
+
+// The two halves of a replace.
+
+void begin_replace(zmf_map_ctx ctx, zmf_datatree *node) {
+    write_op(node, OP_REMOVE);
+    ctx->req_ctx->pass_flags |= PASS_DELETE;
+    ctx->req_ctx->replace_armed = 1;
+}
+
+void end_delete_pass(zmf_map_ctx ctx, zmf_datatree *node) {
+    write_op(node, OP_MERGE);
+    ctx->req_ctx->pass_flags &= ~static_cast<uint32_t>(PASS_DELETE);
+}
+
+// An inner replace has disarmed an outer one by then; the outer node does not get its operation back.
+void end_replace(zmf_map_ctx ctx, zmf_datatree *node) {
+    zmf_req_ctx *request = ctx->req_ctx;
+    request->pass_flags &= ~static_cast<uint32_t>(PASS_DELETE | PASS_ADD);
+    if (request->replace_armed == 1) {
+        write_op(node, OP_REPLACE);
+    }
+    request->replace_armed = 0;
+}
+
+// Falling through: the node stands for all of its children.
+
+// True if this call began it, so that only the outermost walker ends it.
+bool begin_fall_through(zmf_map_ctx ctx) {
+    if (falls_through(ctx)) {
+        return false;
+    }
+    ctx->req_ctx->walk_all = 1;
+    return true;
+}
+
+void end_fall_through(zmf_map_ctx ctx, bool begun_here) {
+    if (begun_here) {
+        ctx->req_ctx->walk_all = 0;
+    }
+    ctx->req_ctx->filter_bits &= FILTER_ENTRY_MASK;
+    ctx->req_ctx->filter_bits &= ~(FILTER_CONTENT | FILTER_SELECTION);
+}
+
+enum class which_children : uint8_t { keys, all_but_state, state, non_keys, non_keys_but_state };
+
+bool takes_part(const model_node &child, which_children which) {
+    switch (which) {
+    case which_children::keys:
+        return is_key(child);
+    case which_children::all_but_state:
+        return !child.is_state;
+    case which_children::state:
+        return child.is_state;
+    case which_children::non_keys:
+        return !is_key(child);
+    case which_children::non_keys_but_state:
+        return !is_key(child) && !child.is_state;
+    }
+    return false;
+}
+
+// Statuses are dropped: what a fall-through cannot map, the client did not ask for by name.
+void fall_to(zmf_map_ctx ctx, const model_node &model, which_children which, zmf_datatree *node, zmf_datatree *tree) {
+    for (const model_node &child : children_of(model)) {
+        if (takes_part(child, which) && is_walked(ctx, child)) {
+            (void)walk_ox(ctx, child, node, tree);
+        }
+    }
+}
+
+void fall_through_container(zmf_map_ctx ctx, const model_node &model, zmf_datatree *node, zmf_datatree *tree) {
+    const bool begun_here = begin_fall_through(ctx);
+    const bool removed = zmf_map_is_request_delete(node) && node->op == OP_DELETE;
+    if (removed) {
+        write_op(node, OP_REMOVE);
+    }
+    fall_to(ctx, model, which_children::all_but_state, node, tree);
+    if (removed) {
+        write_op(node, OP_DELETE);
+    }
+    fall_to(ctx, model, which_children::state, node, tree);
+    (void)model.augments(ctx, node, tree);
+    end_fall_through(ctx, begun_here);
+}
+
+// An entry named by its keys alone: all that is below it.
+void fall_through_keyed_entry(zmf_map_ctx ctx, const model_node &model, zmf_datatree *entry, const subtree &below,
+                              bool is_delete, bool delete_ran, zmf_datatree *tree) {
+    const bool begun_here = begin_fall_through(ctx);
+    const uint32_t delete_walk = ctx->req_ctx->delete_walk;
+    if (delete_ran) {
+        ctx->req_ctx->delete_walk = 1;
+    }
+    const uint32_t op = entry->op;
+    if (is_delete) {
+        write_op(entry, OP_REMOVE);
+    }
+    zmf_map_util_itree_stack_push(ctx, below.children, below.count, nullptr);
+    const hidden_children hidden(entry);
+    fall_to(ctx, model, which_children::non_keys, entry, tree);
+    (void)model.augments(ctx, entry, tree);
+    end_fall_through(ctx, begun_here);
+    ctx->req_ctx->delete_walk = delete_walk;
+    hidden.give_back(entry);
+    zmf_map_util_itree_stack_pop(ctx);
+    if (is_delete) {
+        write_op(entry, op);
+    }
+}
+
+// An entry with nothing in it, not even a key: all entries.
+void fall_through_empty_entry(zmf_map_ctx ctx, const model_node &model, zmf_datatree *entry, bool is_delete,
+                              zmf_datatree *tree) {
+    const bool begun_here = begin_fall_through(ctx);
+    const uint32_t delete_walk = ctx->req_ctx->delete_walk;
+    if (is_delete && delete_walk == 0) {
+        ctx->req_ctx->delete_walk = 1;
+    }
+    const bool removed = is_delete && entry->op == OP_DELETE;
+    if (removed) {
+        write_op(entry, OP_REMOVE);
+    }
+    fall_to(ctx, model, which_children::keys, entry, tree);
+    fall_to(ctx, model, which_children::non_keys_but_state, entry, tree);
+    if (removed) {
+        write_op(entry, OP_DELETE);
+    }
+    fall_to(ctx, model, which_children::state, entry, tree);
+    (void)model.augments(ctx, entry, tree);
+    end_fall_through(ctx, begun_here);
+    ctx->req_ctx->delete_walk = delete_walk;
+}
+
+// Leaves.
+
+rcode walk_leaf(zmf_map_ctx ctx, const model_node &model, zmf_datatree *node, zmf_datatree *tree) {
+    const rcode status = model.callback.node(ctx, node, tree);
+    zmf_req_ctx *request = ctx->req_ctx;
+    if (request->walk_all != 1 && request->delete_walk == 0) {
+        set_schema_kind(node, model.kind == node_kind::leaf_list ? ZMF_KIND_LEAF_LIST : ZMF_KIND_LEAF);
+        if (is_read(ctx) && !is_key(model)) {
+            if (node->has_value) {
+                request->filter_bits |= FILTER_CONTENT | FILTER_CONTENT_SEEN;
+                set_schema_kind(node, ZMF_KIND_CONTENT_MATCH);
+            } else {
+                request->filter_bits |= FILTER_SELECTION;
+            }
+        }
+    }
+    WALK_TRACE(TRC("End"));
+    return status;
+}
+
+// Containers.
+
+rcode walk_children(zmf_map_ctx ctx, const model_node &model, const subtree &below, zmf_datatree *tree) {
+    rcode status = RC_OK;
+    for (uint32_t at = 0; at < below.count && status == RC_OK; ++at) {
+        zmf_datatree *child = &below.children[at];
+        if (child->tag == nullptr) {
+            status = note_missing_tag(ctx, model);
+        } else if (const model_node *known = match(ctx, model, child->tag)) {
+            status = walk_ox(ctx, *known, child, tree);
+        } else {
+            status = walk_unknown(ctx, model, child, tree);
+        }
+    }
+    return status;
+}
+
+// A level with content matches and no selection wants all siblings.
+void take_content_match(zmf_req_ctx *request) {
+    if ((request->filter_bits & (FILTER_CONTENT | FILTER_SELECTION)) == FILTER_CONTENT) {
+        request->filter_bits |= FILTER_ALL_SIBLINGS;
+        request->filter_bits &= ~(FILTER_CONTENT | FILTER_SELECTION);
+    }
+}
+
+// The work of one pass after a callback that did not refuse the subtree.
+rcode walk_container_body(zmf_map_ctx ctx, const model_node &model, zmf_datatree *node, const subtree &below,
+                          uint32_t count, rcode status, zmf_datatree *tree) {
+    if (status == RC_OK && count != 0) {
+        status = walk_children(ctx, model, below, tree);
+    }
+    take_content_match(ctx->req_ctx);
+    const bool wants_all = count == 0 || (ctx->req_ctx->filter_bits & FILTER_ALL_SIBLINGS) != 0;
+    if (wants_all && is_read_or_delete(ctx, node)) {
+        fall_through_container(ctx, model, node, tree);
+    }
+    return status;
+}
+
+rcode walk_container(zmf_map_ctx ctx, const model_node &model, zmf_datatree *node, zmf_datatree *tree) {
+    zmf_req_ctx *request = ctx->req_ctx;
+    subtree below;
+    rcode status = take_subtree(ctx, model, node, &below);
+    if (status != RC_OK) {
+        WALK_TRACE(TRC("End"));
+        return status;
+    }
+    const bool outer = !falls_through(ctx);
+    if (outer && below.count != 0 && request->delete_walk == 0 && zmf_map_is_request_delete(node)) {
+        WALK_TRACE(ERR("Delete request with subtree present"));
+        zmf_oc_error_path(ctx);
+        WALK_TRACE(TRC("End"));
+        return RC_INVALID_ARGUMENTS;
+    }
+    if (!outer && (request->filter_bits & FILTER_ALL_SIBLINGS) != 0) {
+        below.count = 0;
+    }
+    if (outer) {
+        enter(ctx, node, ZMF_HIER_CONTAINER, ZMF_KIND_CONTAINER);
+    }
+
+    const bool split = node->op == OP_REPLACE;
+    if (split) {
+        begin_replace(ctx, node);
+        const hidden_children hidden(node);
+        status = model.callback.container(ctx, node, 0, tree);
+        if (status == RC_NOT_MAPPED) {
+            status = RC_OK;
+        } else {
+            status = walk_container_body(ctx, model, node, below, 0, status, tree);
+        }
+        end_delete_pass(ctx, node);
+        request->pass_flags |= PASS_ADD;
+        hidden.give_back(node);
+    }
+    if (status == RC_OK) {
+        status = model.callback.container(ctx, node, below.count, tree);
+    }
+    if (status == RC_NOT_MAPPED && (request->pass_flags & PASS_DELETE) == 0) {
+        // Stops the descent at once: a replace is left as it stands.
+        if (outer) {
+            zmf_map_remove_from_node_hierarchy(ctx, node);
+        }
+        return RC_OK;
+    }
+    if (status == RC_NOT_MAPPED) {
+        status = RC_OK;
+    } else {
+        status = walk_container_body(ctx, model, node, below, below.count, status, tree);
+    }
+    if (split) {
+        end_replace(ctx, node);
+    }
+    if (outer) {
+        zmf_map_remove_from_node_hierarchy(ctx, node);
+    }
+    WALK_TRACE(TRC("End"));
+    return status;
+}
+
+// Lists.
+
+rcode refuse_key(zmf_map_ctx ctx, const char *text) {
+    set_err_msg(ctx, text);
+    zmf_oc_error_path(ctx);
+    return RC_LIST_KEY_ERROR;
+}
+
+rcode scan_keys(zmf_map_ctx ctx, const model_node &model, zmf_datatree *node, const subtree &below,
+                key_findings *found) {
+    for (uint32_t at = 0; at < below.count; ++at) {
+        if (falls_through(ctx) || ctx->req_ctx->delete_walk != 0) {
+            break;
+        }
+        zmf_datatree *child = &below.children[at];
+        const model_node *key = match_key(model, child->tag);
+        if (key == nullptr) {
+            found->non_key_child = true;
+            continue;
+        }
+        if (needs_keys(ctx)) {
+            const rcode status = zmf_map_check_oc_leafref(ctx, model.list_path, "config", key->tag, node);
+            if (status != RC_OK) {
+                WALK_TRACE(ERR("leafref value check fail"));
+                return status;
+            }
+        }
+        mark_key(child);
+        ++found->nodes;
+        if (child->has_value) {
+            ++found->valued;
+        } else {
+            found->without_value = true;
+        }
+    }
+    return RC_OK;
+}
+
+// Only a list with one key is counted.
+rcode check_key_count(zmf_map_ctx ctx, const model_node &model, const subtree &below, const key_findings &found) {
+    if (model.keys != 1 || below.count == 0 || falls_through(ctx) || ctx->req_ctx->delete_walk != 0) {
+        return RC_OK;
+    }
+    if (needs_keys(ctx) ? found.nodes == 1 && found.valued == 1 : found.nodes <= 1) {
+        return RC_OK;
+    }
+    WALK_TRACE(ERR("List key node error."));
+    return refuse_key(ctx, (*children_of(model).begin()).tag);
+}
+
+rcode walk_entry_key(zmf_map_ctx ctx, const model_node &model, const model_node &key, zmf_datatree *child,
+                     key_findings *found, zmf_datatree *tree) {
+    if (needs_keys(ctx) && !child->has_value) {
+        WALK_TRACE(ERR("Empty list key specified."));
+        return refuse_key(ctx, child->tag);
+    }
+    if (zmf_map_is_request_delete(child)) {
+        WALK_TRACE(ERR("The key node should not have delete operation."));
+        zmf_oc_error_path(ctx);
+        return RC_KEY_DELETE;
+    }
+    const rcode status = walk_ox(ctx, key, child, tree);
+    mark_key(child);
+    if (child->has_value) {
+        ++found->valued;
+    } else {
+        found->without_value = true;
+    }
+    return status;
+}
+
+// In the delete half of a replace only the keys of the entry are walked.
+rcode walk_entry_children(zmf_map_ctx ctx, const model_node &model, const subtree &below, key_findings *found,
+                          zmf_datatree *tree) {
+    rcode status = RC_OK;
+    for (uint32_t at = 0; at < below.count && status == RC_OK; ++at) {
+        zmf_datatree *child = &below.children[at];
+        if (child->tag == nullptr) {
+            status = note_missing_tag(ctx, model);
+            continue;
+        }
+        const model_node *known = match(ctx, model, child->tag);
+        if (known != nullptr && is_key(*known)) {
+            status = walk_entry_key(ctx, model, *known, child, found, tree);
+        } else if ((ctx->req_ctx->pass_flags & PASS_DELETE) != 0) {
+            continue;
+        } else if (known != nullptr) {
+            found->non_key_child = true;
+            status = walk_ox(ctx, *known, child, tree);
+        } else {
+            status = walk_unknown(ctx, model, child, tree);
+        }
+    }
+    return status;
+}
+
+// A list node under walk: the request node, and the frame of entries that the callback may have put in its place.
+struct list_walk {
+    zmf_datatree *node;
+    subtree below;
+    key_findings keys; // of the request node
+    zmf_itree_frame *frame = nullptr;
+};
+
+// Calls the list callback. An entry that is deleted by its keys alone, or all entries at once, are told it beforehand.
+rcode call_list(zmf_map_ctx ctx, const model_node &model, const list_walk &list, bool *delete_ran, bool *delete_set,
+                zmf_datatree *tree) {
+    zmf_req_ctx *request = ctx->req_ctx;
+    if (request->delete_walk == 0 && zmf_map_is_request_delete(list.node)) {
+        if (!list.keys.non_key_child && list.keys.nodes != 0) {
+            request->delete_walk = 2;
+            *delete_ran = true;
+        } else if (list.below.count == 0 && falls_through(ctx)) {
+            request->delete_walk = 1;
+            *delete_set = true;
+        }
+    }
+    const rcode status = model.callback.node(ctx, list.node, tree);
+    if (*delete_ran) {
+        request->delete_walk = 0;
+    }
+    return status;
+}
+
+// One entry: the request node itself, or a node of the frame.
+rcode walk_entry(zmf_map_ctx ctx, const model_node &model, const list_walk &list, zmf_datatree *entry, bool delete_ran,
+                 zmf_datatree *tree) {
+    const bool framed = list.frame != nullptr;
+    if (framed && list.frame->fn != nullptr) {
+        if (zmf_map_is_request_delete(list.node)) {
+            write_op(entry, OP_REMOVE);
+        }
+        const rcode status = list.frame->fn(ctx, entry, tree, 0);
+        if (status != RC_OK) {
+            return status;
+        }
+    }
+    subtree below = list.below;
+    key_findings found = list.keys;
+    if (framed) {
+        below = {};
+        found = {};
+        const rcode status = take_subtree(ctx, model, entry, &below);
+        if (status != RC_OK) {
+            return status;
+        }
+    }
+    const rcode status = walk_entry_children(ctx, model, below, &found, tree);
+    if (status != RC_OK) {
+        return status;
+    }
+    if (found.only_keys() && is_read_or_delete(ctx, list.node)) {
+        fall_through_keyed_entry(ctx, model, entry, below, zmf_map_is_request_delete(list.node), delete_ran, tree);
+    } else if (below.count == 0 && is_read_or_delete(ctx, list.node)) {
+        fall_through_empty_entry(ctx, model, entry, zmf_map_is_request_delete(list.node), tree);
+    }
+    return RC_OK;
+}
+
+rcode walk_entries(zmf_map_ctx ctx, const model_node &model, const list_walk &list, bool delete_ran,
+                   zmf_datatree *tree) {
+    if (list.frame == nullptr) {
+        return walk_entry(ctx, model, list, list.node, delete_ran, tree);
+    }
+    rcode status = RC_OK;
+    for (uint32_t at = 0; at < list.frame->count && status == RC_OK; ++at) {
+        zmf_datatree *entry = &list.frame->nodes[at];
+        if (at != 0) {
+            zmf_map_add_to_node_hierarchy(ctx, entry, ZMF_HIER_LIST);
+            status = zmf_map_update_current_list_node(ctx, model.list_path);
+        }
+        if (status == RC_OK) {
+            status = walk_entry(ctx, model, list, entry, delete_ran, tree);
+        }
+        if (at != 0) {
+            zmf_map_remove_from_node_hierarchy(ctx, entry);
+        }
+    }
+    return status;
+}
+
+// A read of leaves of all entries gets each entry's keys with them.
+rcode ask_for_keys(zmf_map_ctx ctx, const model_node &model, const list_walk &list) {
+    if (!is_read(ctx) || falls_through(ctx) || !list.keys.non_key_child || list.keys.nodes != 0) {
+        return RC_OK;
+    }
+    rcode status = RC_OK;
+    for (const model_node &key : children_of(model)) {
+        if (status != RC_OK || !is_key(key)) {
+            break;
+        }
+        zmf_datatree *added = nullptr;
+        status =
+            zmf_map_datatree_add_path_flagged(ctx, list.node, key.tag, list.node->ns, nullptr, nullptr, &added, 0, 0);
+        if (status == RC_OK && added != nullptr) {
+            added->is_key = 1;
+            added->added_key = 1;
+        }
+    }
+    return status;
+}
+
+rcode walk_list_pass(zmf_map_ctx ctx, const model_node &model, list_walk *list, zmf_datatree *tree) {
+    const auto frames = [ctx] { return static_cast<uint16_t>(zmf_map_util_itree_stack_size(ctx)); };
+    const uint16_t frames_before = frames();
+    bool delete_ran = false;
+    bool delete_set = false;
+    rcode status = call_list(ctx, model, *list, &delete_ran, &delete_set, tree);
+    if (status == RC_NOT_MAPPED) {
+        status = RC_OK;
+    } else {
+        if (frames() > frames_before) {
+            zmf_map_util_itree_stack_peak(ctx, &list->frame);
+        }
+        if (status == RC_OK) {
+            ctx->last_key_op = list->node->op_explicit ? list->node->op : 0;
+            status = walk_entries(ctx, model, *list, delete_ran, tree);
+        }
+        if (status == RC_OK) {
+            status = ask_for_keys(ctx, model, *list);
+        }
+    }
+    if (delete_set) {
+        ctx->req_ctx->delete_walk = 0;
+    }
+    return status;
+}
+
+rcode walk_list_passes(zmf_map_ctx ctx, const model_node &model, list_walk *list, zmf_datatree *tree) {
+    const bool split = list->node->op == OP_REPLACE;
+    rcode status = RC_OK;
+    if (split) {
+        begin_replace(ctx, list->node);
+        list->keys.without_value = false;
+        list->keys.non_key_child = false;
+        status = walk_list_pass(ctx, model, list, tree);
+        end_delete_pass(ctx, list->node);
+    }
+    if (status == RC_OK) {
+        status = walk_list_pass(ctx, model, list, tree);
+    }
+    if (split) {
+        end_replace(ctx, list->node);
+    }
+    return status;
+}
+
+rcode walk_list(zmf_map_ctx ctx, const model_node &model, zmf_datatree *node, zmf_datatree *tree) {
+    list_walk list{.node = node, .below = {}, .keys = {}};
+    rcode status = take_subtree(ctx, model, node, &list.below);
+    const bool outer = !falls_through(ctx);
+    if (status == RC_OK && list.below.count == 0) {
+        WALK_TRACE(ERR("No keys specified with a list node."));
+        if (outer && ctx->req_ctx->delete_walk == 0 && needs_keys(ctx)) {
+            WALK_TRACE(ERR("No keys specified with a list node."));
+            status = RC_SUBTREE_ERROR;
+        }
+    }
+    if (status != RC_OK) {
+        WALK_TRACE(TRC("End"));
+        return status;
+    }
+    if (outer) {
+        enter(ctx, node, ZMF_HIER_LIST, ZMF_KIND_LIST);
+    }
+    status = zmf_map_update_current_list_node(ctx, model.list_path);
+    if (status == RC_OK) {
+        status = scan_keys(ctx, model, node, list.below, &list.keys);
+    }
+    if (status == RC_OK) {
+        status = check_key_count(ctx, model, list.below, list.keys);
+    }
+    if (status == RC_OK) {
+        status = walk_list_passes(ctx, model, &list, tree);
+    }
+    if (list.frame != nullptr && list.frame->nodes != nullptr) {
+        zmf_map_util_itree_stack_pop(ctx);
+    }
+    if (outer) {
+        zmf_map_remove_from_node_hierarchy(ctx, node);
+    }
+    WALK_TRACE(TRC("End"));
+    return status;
+}
+
+// What every walker begins with.
+rcode begin(zmf_map_ctx ctx, const model_node &model, const zmf_datatree *node, const zmf_datatree *tree) {
+    assert(NULL != ctx);
+    WALK_TRACE(TRC("Start"));
+    if (node == nullptr || tree == nullptr) {
+        static uint32_t filter_word = fresh_filter_word;
+        return refuse_arguments(ctx, {model.walker, __LINE__, &filter_word});
+    }
+    return RC_OK;
+}
+
+} // namespace
+
+rcode walk_ox(zmf_map_ctx ctx, const model_node &model, zmf_datatree *node, zmf_datatree *tree) {
+    const rcode status = begin(ctx, model, node, tree);
+    if (status != RC_OK) {
+        return status;
+    }
+    switch (model.kind) {
+    case node_kind::container:
+        return walk_container(ctx, model, node, tree);
+    case node_kind::list:
+        return walk_list(ctx, model, node, tree);
+    default:
+        return walk_leaf(ctx, model, node, tree);
+    }
+}
+
+rcode enter_augment_ox(zmf_map_ctx ctx, const model_node &model, zmf_datatree *node, zmf_datatree *tree) {
+    rcode status = begin(ctx, model, node, tree);
+    if (status != RC_OK) {
+        return status;
+    }
+    const model_node &top = *children_of(model).begin();
+    WALK_TRACE(TRC("Processing tag '%s'"), node->tag != nullptr ? node->tag : "(null)");
+    if (node->tag == nullptr) {
+        status = note_missing_tag(ctx, model);
+    } else if (zmf_map_do_these_match(node->tag, top.tag)) {
+        status = walk_ox(ctx, top, node, tree);
+    } else {
+        status = walk_unknown(ctx, model, node, tree);
+    }
+    // An empty augmenting node means all of it.
+    const uint32_t count = node->has_children ? node->child_count : 0;
+    if (status == RC_OK && count == 0 && is_read_or_delete(ctx, node)) {
+        const bool removed = zmf_map_is_request_delete(node) && node->op == OP_DELETE;
+        if (removed) {
+            write_op(node, OP_REMOVE);
+        }
+        (void)walk_ox(ctx, top, node, tree);
+        if (removed) {
+            write_op(node, OP_DELETE);
+        }
+        (void)model.augments(ctx, node, tree);
+    }
+    WALK_TRACE(TRC("End"));
+    return status;
+}
+
+} // namespace ocoptical

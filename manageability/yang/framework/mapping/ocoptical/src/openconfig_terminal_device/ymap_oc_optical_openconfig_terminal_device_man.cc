@@ -1,0 +1,100 @@
+// Hand-written callbacks of openconfig-terminal-device: the channel list, its key, and config/index.
+#include "openconfig_terminal_device/ymap_oc_optical_openconfig_terminal_device.h"
+
+#include "engine/callback.h"
+#include "engine/request.h"
+#include "exported.h"
+#include "platform.h"
+#include "utility/channel.h"
+#include "utility/range.h"
+#include "utility/scan.h"
+#include "utility/text.h"
+
+using namespace ocoptical;
+
+namespace {
+
+constexpr char otu_oper[] = ZMF_NS_CORVANE("Corvane-controller-otu-oper");
+constexpr char ethernet_oper[] = ZMF_NS_CORVANE("Corvane-drivers-media-eth-oper");
+
+constexpr range channel_index_range{1, 100000};
+
+constexpr target channel{CFG, "/logical-channels/channel"};
+constexpr target channel_index{CFG, "/logical-channels/channel/channel-index"};
+constexpr target controller{otu_oper, "/otu/controllers/controller"};
+constexpr target controller_name{otu_oper, "/otu/controllers/controller/controller-name"};
+constexpr target interface { ethernet_oper, "/ethernet-interface/interfaces/interface" };
+constexpr target interface_name{ethernet_oper, "/ethernet-interface/interfaces/interface/interface-name"};
+
+void clear_logical_index(zmf_map_ctx ctx) {
+    ctx->req_ctx->logical_index = 0;
+}
+
+// The sibling module takes part in an edit where there is no optical terminal device.
+bool wants_sibling(zmf_map_ctx ctx) {
+    const uint32_t kind = request_kind(ctx);
+    return !hwinfo_has_optical_term_dev() && (kind == OP_EDIT || kind == OP_EDIT_FULL);
+}
+
+rcode open_channel(zmf_map_ctx ctx, const zmf_datatree *node, zmf_datatree *tree) {
+    if (zmf_map_is_request_delete(node)) {
+        return add_list(ctx, tree, channel, node);
+    }
+    if (wants_sibling(ctx)) {
+        (void)tdmgr_ocoptical_dll_interaction(ctx, node, tree);
+    }
+    return add_list(ctx, tree, channel);
+}
+
+// The operational list of the carrier of the channel under walk; of all carriers where the request names no channel.
+rcode open_carriers(zmf_map_ctx ctx, zmf_datatree *tree) {
+    const char *index = nullptr;
+    const rcode status = zmf_map_get_node_info(ctx, "/terminal-device/logical-channels/channel", "index", &index);
+    if (index == nullptr) {
+        (void)add_list(ctx, tree, controller);
+        return add_list(ctx, tree, interface);
+    }
+    char name[text_size] = "";
+    const uint32_t itype = oc_optical_convert_logical_index_to_interface(index, name);
+    (void)scan_number(index, &ctx->req_ctx->logical_index);
+    if (itype == ITYPE_ETHERNET) {
+        return add_list(ctx, tree, interface);
+    }
+    return is_otu_class(itype) ? add_list(ctx, tree, controller) : status;
+}
+
+} // namespace
+
+CONVERSION_AFTER(clear_logical_index,
+                 ymap_ox_oc_optical_openconfigterminaldevice_list_lvla_terminaldevice_logicalchannels_channel) {
+    const rcode status = open_channel(ctx, node, tree);
+    return request_kind(ctx) == OP_GET ? open_carriers(ctx, tree) : status;
+}
+
+CONVERSION(ymap_ox_oc_optical_openconfigterminaldevice_leaf_lvla_terminaldevice_channel_index) {
+    char name[text_size] = "";
+    const uint32_t itype = oc_optical_convert_logical_index_to_interface(node->value, name);
+    int32_t index = 0;
+    if (node->value != nullptr && !(scan_number(node->value, &index) && is_within(channel_index_range, index))) {
+        TRACE(ctx, ERR("Logical Index  is not allowed = %s"), node->value); // two blanks: as operators know it
+        return refuse_range(ctx, "Logical channel index is not within the allowed range: %d - %d", channel_index_range);
+    }
+    ctx->req_ctx->logical_index = index;
+    if (!is_read(ctx)) {
+        return add(ctx, tree, channel_index, node->value, node); // a key keeps its value in a delete
+    }
+    (void)add(ctx, tree, channel_index, node->value);
+    (void)add_list(ctx, tree, controller);
+    const rcode status = add_list(ctx, tree, interface);
+    if (request_kind(ctx) != OP_GET) {
+        return status;
+    }
+    if (itype == ITYPE_ETHERNET) {
+        return add(ctx, tree, interface_name, name);
+    }
+    return is_otu_class(itype) ? add(ctx, tree, controller_name, name) : status;
+}
+
+CONVERSION(ymap_ox_oc_optical_openconfigterminaldevice_leaf_lvla_terminaldevice_config_index) {
+    return ymap_ox_oc_optical_openconfigterminaldevice_leaf_lvla_terminaldevice_channel_index(ctx, node, tree);
+}

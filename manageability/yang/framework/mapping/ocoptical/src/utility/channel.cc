@@ -1,0 +1,50 @@
+// Logical channel numbers to the names of their carriers.
+#include "utility/channel.h"
+
+#include <cstring>
+
+#include "engine/export.h"
+#include "exported.h"
+#include "platform.h"
+#include "utility/scan.h"
+
+using namespace ocoptical;
+
+namespace {
+
+struct carrier_class {
+    const char *part; // of the name
+    uint32_t itype;
+};
+
+// The first that is found decides, so the last row never does.
+constexpr carrier_class carrier_classes[] = {
+    {"TenGigECtrlr", ITYPE_ETHERNET},     // 1
+    {"FortyGigECtrlr", ITYPE_ETHERNET},   // 2
+    {"HundredGigECtrlr", ITYPE_ETHERNET}, // 3
+    {"CoherentDSP", ITYPE_COHERENT_DSP},  // 4
+    {"ODU", ITYPE_ODU},                   // 5
+    {"OTU4", ITYPE_OTU4},                 // 6
+    {"HundredGigE", ITYPE_ETHERNET},      // 7
+    {"FourHundredGigE", ITYPE_ETHERNET},  // 8
+};
+
+} // namespace
+
+OC_EXPORT uint32_t oc_optical_convert_logical_index_to_interface(const char *index_text, char *out) {
+    if (index_text == nullptr) {
+        return ITYPE_NONE;
+    }
+    int32_t index = 0;
+    (void)scan_number(index_text, &index);
+    (void)ocoptical_ifmap_c_find_ifname(static_cast<uint32_t>(index), out);
+    for (char *at = strchr(out, '_'); at != nullptr; at = strchr(at, '_')) {
+        *at = '/';
+    }
+    for (const carrier_class &row : carrier_classes) {
+        if (strstr(out, row.part) != nullptr) {
+            return row.itype;
+        }
+    }
+    return ITYPE_NONE;
+}

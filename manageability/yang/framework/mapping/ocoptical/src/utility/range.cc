@@ -1,0 +1,18 @@
+#include "utility/range.h"
+
+#include <cstdio>
+
+#include "engine/trace.h"
+#include "utility/text.h"
+
+namespace ocoptical {
+
+rcode refuse_range(zmf_map_ctx ctx, const char *sentence, const range &allowed) {
+    char text[text_size];
+    snprintf(text, sizeof text, sentence, allowed.low, allowed.high);
+    set_err_msg(ctx, text);
+    zmf_oc_error_path(ctx);
+    return RC_VALUE_OUT_OF_RANGE;
+}
+
+} // namespace ocoptical

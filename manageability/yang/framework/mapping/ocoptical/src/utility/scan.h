@@ -1,0 +1,12 @@
+// Numbers at the start of a text.
+#pragma once
+
+#include <cstdint>
+
+namespace ocoptical {
+
+// Reads a decimal number as "%d" does: leading blanks, a sign, digits; what follows is not looked at. False, and
+// `number` keeps its value, where there is none or it does not fit 32 bits.
+bool scan_number(const char *text, int32_t *number);
+
+} // namespace ocoptical

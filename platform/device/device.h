@@ -1,0 +1,33 @@
+// The device description: what kind of router it is and what stands on it. Read from a JSON file (docs/device-file.md).
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <string>
+#include <string_view>
+
+namespace device {
+
+struct description {
+    uint32_t router_type = 0;
+    bool optical_terminal_device = false;
+    bool legacy_optical_terminal_device = false;
+    std::map<uint32_t, std::string> channels; // logical channel number -> native name, "CoherentDSP0/0/0/1"
+};
+
+// What is wrong with a description, and where.
+struct description_error {
+    std::string file;
+    size_t line = 0, column = 0; // 0: no position (a file that cannot be read)
+    std::string text;
+};
+
+// Both throw description_error. Unknown members, wrong types, duplicate members and numbers out of range are errors.
+description read_file(const std::string &file);
+description parse(std::string_view json, const std::string &name_for_errors);
+const description &lab(); // examples/lab.json, compiled in
+
+// Makes `d` what hardware facts and the interface map answer from, until the next call. Not thread-safe.
+void install(const description &d);
+
+} // namespace device

@@ -1,0 +1,53 @@
+// The models as tables: OpenConfig as a client sees it, and the native lists with their keys.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string_view>
+
+namespace schema {
+
+enum class kind : uint8_t { container, list, leaf, leaf_list };
+enum class type : uint8_t { none, string, boolean, integer, integer64, decimal64, enumeration, identity };
+
+// One node of an OpenConfig model, in model order. `module` changes where another module augments.
+struct node {
+    uint8_t depth;
+    kind what;
+    bool is_key;
+    bool is_config;         // false below `state` and in operational lists
+    type value;             // none for containers and lists
+    const char *tag;
+    const char *module;     // "openconfig-terminal-device"
+    const char *callback;   // what stands behind "ymap_ox_oc_optical_": "openconfigterminaldevice_leaf_lvla_..."
+    const node *parent;     // null for a top node
+    uint32_t end;           // index one past the subtree
+};
+
+// One OpenConfig tree: its rows, and the exported walker that takes its top node.
+struct model {
+    const char *module;
+    const char *ns;
+    const char *entry; // "ymap_ox_oc_optical_openconfigterminaldevice_lvla_terminaldevice"
+    bool is_root;      // false: an augment entry, reached through another model
+    std::span<const node> nodes;
+};
+std::span<const model> models();
+const model *root_of(std::string_view top_tag, std::string_view ns);          // null: no such root
+const node *child(const node *parent_or_top, const model &m, std::string_view tag); // null parent: the top row
+
+// Modules known by name: OpenConfig, identity and native modules.
+const char *ns_of_module(std::string_view module);  // null: unknown
+const char *module_of_ns(std::string_view ns);      // null: unknown
+
+// Native lists: path without keys, module, keys in order.
+struct native_list {
+    const char *path;   // "/logical-channels/channel"
+    const char *module; // "Corvane-terminal-device-cfg"
+    std::span<const char *const> keys;
+};
+std::span<const native_list> native_lists();
+const native_list *native_list_at(std::string_view path); // null: not a list
+
+} // namespace schema
