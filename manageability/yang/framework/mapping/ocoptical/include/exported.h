@@ -8,13 +8,94 @@
 
 #include "zmf.h"
 
+#ifdef __GNUC__
+#pragma GCC visibility push(default)
+#endif
 #ifdef __cplusplus
 extern "C" {
 #endif
 
+/* Names. Output buffers hold 200 bytes, of the state store family 64 bytes. Result: 0, or OCOPTICAL_BAD_NAME and
+ * nothing written; where a bad name gives 0 it is told. A null name is a bad one. */
+rcode oc_optical_convert_coherentDSP_to_interface(const char *name, char *out);
+rcode oc_optical_convert_optics_to_controller(const char *name, char *out);
+rcode oc_optical_convert_optics_interface_to_statedb_interface(const char *name, char *out);
+rcode oc_optical_convert_opticalchannel_to_interface(const char *name, char *out);
+rcode oc_optical_convert_opticalchannel_to_controller(const char *name, char *out);
+rcode oc_optical_convert_trans_to_interface(const char *name, char *out); /* bad name: 0, nothing written */
+rcode oc_optical_convert_controller_to_opticalchannel(const char *name, char *out);
+rcode oc_optical_convert_interface_to_opticalchannel(const char *name, char *out);
+rcode oc_optical_convert_interface_to_trans(const char *name, char *out);      /* bad name: 0, nothing written */
+rcode oc_optical_convert_compname_to_optname(const char *name, char *out);     /* "/" to "_"; always 0 */
+rcode oc_optical_convert_optname_to_compname(const char *name, char *out);     /* "_" to "/"; always 0 */
+rcode oc_optical_convert_interface_to_logical_id(const char *name, char *out); /* channel number as text */
+rcode oc_optical_convert_otu_cntrlr_to_statedb_interface(const char *name, char *out); /* null, other kind: 0 */
+rcode oc_optical_convert_odu_cntrlr_to_statedb_interface(const char *name, char *out); /* null, other kind: 0 */
+rcode oc_optical_convert_ethernet_cntrlr_to_statedb_interface(const char *name, char *out);
+uint32_t oc_optical_is_interface_ethernet_controller(const char *name); /* 0 or 1 */
+uint32_t is_prefix_required(void);                                      /* 0 or 1 */
+
 /* Channel number as text to the name of its carrier ("/" form; `out` holds 200 bytes and keeps its text for an unknown
  * number) and the class of that name, ITYPE_*. A null text gives ITYPE_NONE and touches nothing. */
 uint32_t oc_optical_convert_logical_index_to_interface(const char *index_text, char *out);
+
+/* Numbers. Output buffers hold 200 bytes; a null text gives "", an unreadable one counts as 0. Always 0. */
+rcode oc_optical_convert_decimal_to_scientific_notation(const char *text, char *out);
+rcode oc_optical_convert_scientific_to_decimal_notation(const char *text, char *out);
+void oc_optical_truncate_trail_zeroes(char *text);           /* in place; "." keeps one zero behind it */
+uint64_t float_string_to_int(char *text, int32_t precision); /* scaled by 10^precision; changes `text` */
+zmf_value_shape oc_optical_sopmd_str_to_decimal;
+zmf_value_shape oc_optical_pdl_str_to_decimal;
+zmf_value_shape oc_optical_inpower_str_to_decimal;
+extern char sopmd_str[200], pdl_str[200],
+    inpower_str[200]; /* what the three before write; valid until their next call */
+
+/* Look-ups between the columns of enumerations: static text, or null for a text in no row. */
+zmf_value_shape oc_optical_convert_logical_channel_type_to_high;
+zmf_value_shape oc_optical_convert_logical_channel_type_to_low;
+zmf_value_shape oc_optical_convert_logical_channel_rate_class_to_high;
+zmf_value_shape oc_optical_convert_rate_class_to_low;
+zmf_value_shape oc_optical_convert_logical_channel_trib_protocol_to_high;
+zmf_value_shape oc_optical_convert_trib_protocol_to_low;
+zmf_value_shape oc_optical_admin_state_data_to_high;
+zmf_value_shape oc_optical_admin_state_data_to_low;
+zmf_value_shape oc_optical_loopback_mode_to_high;
+zmf_value_shape oc_optical_loopback_mode_to_low;
+zmf_value_shape oc_optical_LCA_assign_type_to_high;
+zmf_value_shape oc_optical_LCA_assign_type_to_low;
+zmf_value_shape oc_optical_eth_client_als_low_to_high;
+zmf_value_shape oc_optical_eth_client_als_high_to_low;
+zmf_value_shape oc_optical_convert_oper_client_als_to_high;
+zmf_value_shape oc_optical_convert_oper_loopback_mode_to_high;
+
+/* The columns: entries of one number are one row. The catalogues have a high column only, "LABEL : number". */
+extern const char *const logical_channel_type_high_data[], *const logical_channel_type_low_data[];
+extern const char *const assignment_type_high_data[], *const assignment_type_low_data[];
+extern const char *const admin_state_high_data[], *const admin_state_low_data[];
+extern const char *const loopback_mode_high_data[], *const loopback_mode_low_data[];
+extern const char *const oper_loopback_high_data[], *const oper_loopback_low_data[];
+extern const char *const client_als_high_data[], *const client_als_low_data[];
+extern const char *const oper_client_als_high_data[], *const oper_client_als_low_data[];
+extern const char *const rate_class_high_data[], *const rate_class_low_data[];
+extern const char *const trib_protocol_high_data[], *const trib_protocol_low_data[];
+extern const char *const otu_admin_state_high_data[], *const otu_admin_state_low_data[];
+extern const char *const odu_admin_state_high_data[], *const odu_admin_state_low_data[];
+extern const char *const ethernet_admin_state_high_data[], *const ethernet_admin_state_low_data[];
+extern const char *const cpr_ext_win_mode_high_data[], *const cpr_win_mode_high_data[];
+extern const char *const enh_colorless_mode_high_data[], *const enh_sop_tol_mode_high_data[];
+extern const char *const nleq_comp_mode_high_data[];
+
+/* Optical channels and their interfaces. */
+rcode oc_optical_check_opt_chnl_rsip(const char *component); /* 0, or RC_SUBTREE_ERROR: prefix and R/S differ */
+rcode zmf_ocoptical_ifmgr_init(zmf_map_ctx ctx);             /* binds the interface registry once */
+uint32_t oc_optical_check_opt_chnl_ifhandle(zmf_map_ctx ctx, const char *name); /* 0: no such interface */
+extern uint64_t ifreg_handle;                                                   /* 0: not bound */
+
+/* For modules that load the plug-in. */
+void convert_ifname_imentry(char *out, const char *name); /* the registry's internal form; `out` holds 64 bytes */
+rcode string_to_uint32(const char *text, uint64_t *out);
+rcode index_string_to_interface_name(zmf_map_ctx ctx, const char *text, char **out); /* the caller frees */
+rcode get_token(char *text, const char *delimiters, uint32_t n, char **out); /* the n-th from 0; the caller frees */
 
 /* Appends a line to "/var/log/ocoptical.log": time stamp, then the caller's text, which brings its own line end. */
 void oc_log_file(const char *format, ...) ZMF_PRINTF(1, 2);
@@ -24,5 +105,8 @@ extern void *oc_terminal_device_dll_handle; /* for the modules that load the plu
 
 #ifdef __cplusplus
 }
+#endif
+#ifdef __GNUC__
+#pragma GCC visibility pop
 #endif
 #endif

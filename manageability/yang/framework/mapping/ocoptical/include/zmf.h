@@ -180,6 +180,11 @@ typedef rcode (*zmf_cont_fn)(zmf_map_ctx, const struct zmf_datatree *, unsigned 
 typedef const char *(*zmf_value_fn)(zmf_map_ctx, const struct zmf_datatree *, struct zmf_datatree *);
 typedef rcode (*zmf_itree_fn)(zmf_map_ctx, struct zmf_datatree *entry, struct zmf_datatree *output, unsigned int zero);
 
+/* The same as function types, to declare with: extern zmf_node_shape oc_optical_rate_class_to_low; */
+typedef rcode zmf_node_shape(zmf_map_ctx, const struct zmf_datatree *, struct zmf_datatree *);
+typedef rcode zmf_cont_shape(zmf_map_ctx, const struct zmf_datatree *, unsigned int, struct zmf_datatree *);
+typedef const char *zmf_value_shape(zmf_map_ctx, const struct zmf_datatree *, struct zmf_datatree *);
+
 struct zmf_itree_frame {
     struct zmf_datatree *nodes; /* contiguous array; for a frame of a list callback each node is one entry */
     uint32_t count;

@@ -21,6 +21,12 @@ inline rcode add_list(zmf_map_ctx ctx, zmf_datatree *tree, const target &at, con
     return zmf_map_datatree_add_path_flagged(ctx, tree, at.path, at.ns, nullptr, source, nullptr, 1, 0);
 }
 
+// One value of a leaf-list.
+inline rcode add_leaf_list(zmf_map_ctx ctx, zmf_datatree *tree, const target &at, const char *value,
+                           const zmf_datatree *source = nullptr) {
+    return zmf_map_datatree_add_path_flagged(ctx, tree, at.path, at.ns, value, source, nullptr, 1, 0);
+}
+
 // The rule of a plain leaf: a read asks with the value and without a source, a delete takes no value, any other edit
 // both.
 rcode add_by_edit_rule(zmf_map_ctx ctx, const zmf_datatree *node, zmf_datatree *tree, const target &at,

@@ -22,21 +22,24 @@ rcode add_path(zmf_map_ctx ctx, const zmf_datatree *node, zmf_datatree *tree, co
 }
 
 rcode run(const mapping &m, zmf_map_ctx ctx, const zmf_datatree *node, zmf_datatree *tree) {
+    const auto value = [&] { return m.value != nullptr ? m.value(ctx, node, tree) : node->value; };
     switch (m.how) {
     case form::nothing:
         return RC_OK;
     case form::refuse:
         return refuse_leaf(ctx, node);
     case form::path:
-        return add_path(ctx, node, tree, m.at, node->value);
+        return add_path(ctx, node, tree, m.at, value());
     case form::list:
         return add_list(ctx, tree, m.at, zmf_map_is_request_delete(node) ? node : nullptr);
     case form::edit_rule:
-        return add_by_edit_rule(ctx, node, tree, m.at, node->value);
+        return add_by_edit_rule(ctx, node, tree, m.at, value());
+    case form::read_only:
+        return is_read(ctx) ? add(ctx, tree, m.at, value()) : RC_OK;
+    case form::up:
+        return add_up(ctx, tree, m.up, value(), is_read(ctx) ? nullptr : node);
     case form::convert:
         return m.node(ctx, node, tree);
-    case form::path_and_value:
-        return add_path(ctx, node, tree, m.at, m.value(ctx, node, tree));
     }
     return RC_OK;
 }
@@ -80,6 +83,15 @@ rcode default_hook_ox(frame &f, zmf_map_ctx ctx, const zmf_datatree *node, zmf_d
     return status;
 }
 
+rcode default_hook_xo(frame &f, zmf_map_ctx ctx, const zmf_datatree *node, zmf_datatree *tree) {
+    log_statement(ctx, f.start(), TRC("Start"));
+    if (lacks_arguments(node, tree)) {
+        return refuse_arguments(ctx, f.bad_arguments());
+    }
+    log_statement(ctx, f.end(), TRC("End"));
+    return RC_OK;
+}
+
 rcode framed(frame &f, body_fn body, zmf_map_ctx ctx, const zmf_datatree *node, zmf_datatree *tree) {
     log_statement(ctx, f.start(), TRC("Start"));
     if (lacks_arguments(node, tree)) {
@@ -88,6 +100,13 @@ rcode framed(frame &f, body_fn body, zmf_map_ctx ctx, const zmf_datatree *node, 
     const rcode status = body(ctx, node, tree, f.function);
     log_statement(ctx, f.end(), TRC("End"));
     return status;
+}
+
+const char *framed_value(frame &f, value_body_fn body, zmf_map_ctx ctx, const zmf_datatree *node) {
+    log_statement(ctx, f.start(), TRC("Start"));
+    const char *text = body(ctx, node, f.function);
+    log_statement(ctx, f.end(), TRC("End"));
+    return text;
 }
 
 } // namespace ocoptical

@@ -7,22 +7,22 @@
 
 #include "engine/add.h"
 #include "engine/export.h"
+#include "engine/model.h"
 #include "engine/trace.h"
+#include "engine/up.h"
 #include "zmf.h"
 
 namespace ocoptical {
 
-// The models whose leaves without a target are refused (OpenConfig), and those whose are left out (native).
-enum class side : uint8_t { high, low };
-
-enum class form : uint8_t { nothing, refuse, path, list, edit_rule, convert, path_and_value };
+enum class form : uint8_t { nothing, refuse, path, list, edit_rule, read_only, up, convert };
 
 struct mapping {
     form how = form::nothing;
     target at = {nullptr, nullptr};
     zmf_node_fn node = nullptr;
     zmf_cont_fn container = nullptr;
-    zmf_value_fn value = nullptr;
+    zmf_value_fn value = nullptr; // null: the node's own value
+    up_leaf up = {};
 };
 
 // The mapping column.
@@ -33,7 +33,7 @@ consteval mapping nothing() {
 consteval mapping refuse() {
     return {.how = form::refuse};
 }
-// What stands for a leaf without a target, in a model of that side.
+// A leaf without a target: refused in an OpenConfig model, left out in a native one.
 consteval mapping no_leaf(side s) {
     return s == side::high ? refuse() : nothing();
 }
@@ -46,8 +46,16 @@ consteval mapping to_list(const char *ns, const char *path) {
     return {.how = form::list, .at = {ns, path}};
 }
 // One native path by the rule of a plain leaf.
-consteval mapping to_leaf(const char *ns, const char *path) {
-    return {.how = form::edit_rule, .at = {ns, path}};
+consteval mapping to_leaf(const char *ns, const char *path, zmf_value_fn value = nullptr) {
+    return {.how = form::edit_rule, .at = {ns, path}, .value = value};
+}
+// One native path that a read asks for; nothing in any other request.
+consteval mapping to_read(const char *ns, const char *path, zmf_value_fn value = nullptr) {
+    return {.how = form::read_only, .at = {ns, path}, .value = value};
+}
+// A native leaf up to its OpenConfig leaves.
+consteval mapping up(const up_leaf &to, zmf_value_fn value = nullptr) {
+    return {.how = form::up, .value = value, .up = to};
 }
 // A conversion, called with the callback's own arguments.
 consteval mapping convert(zmf_node_fn conversion) {
@@ -58,7 +66,7 @@ consteval mapping convert(zmf_cont_fn conversion) {
 }
 // One native path with the text of a conversion as value.
 consteval mapping path_and_value(const char *ns, const char *path, zmf_value_fn value) {
-    return {.how = form::path_and_value, .at = {ns, path}, .value = value};
+    return {.how = form::path, .at = {ns, path}, .value = value};
 }
 
 // The trace statements of a frame.
@@ -85,6 +93,9 @@ rcode default_node(frame &f, const mapping &m, zmf_map_ctx ctx, const zmf_datatr
 // A child of a foreign namespace: refused where the request adds it.
 rcode default_hook_ox(frame &f, zmf_map_ctx ctx, const zmf_datatree *node, zmf_datatree *tree);
 
+// A child of a foreign namespace in an answer: ignored.
+rcode default_hook_xo(frame &f, zmf_map_ctx ctx, const zmf_datatree *node, zmf_datatree *tree);
+
 // A body behind a maker: `oc_self` is the exported name.
 using body_fn = rcode (*)(zmf_map_ctx ctx, const zmf_datatree *node, zmf_datatree *tree, const char *oc_self);
 rcode framed(frame &f, body_fn body, zmf_map_ctx ctx, const zmf_datatree *node, zmf_datatree *tree);
@@ -106,6 +117,25 @@ rcode framed(frame &f, body_fn body, zmf_map_ctx ctx, const zmf_datatree *node, 
         return ocoptical::framed(f, OC_JOIN(name, _body), ctx, node, tree);                                            \
     }                                                                                                                  \
     OC_BODY(name)
+
+// A value conversion: its text is static, or null.
+using value_body_fn = const char *(*)(zmf_map_ctx ctx, const zmf_datatree *node, const char *oc_self);
+const char *framed_value(frame &f, value_body_fn body, zmf_map_ctx ctx, const zmf_datatree *node);
+
+#define OC_VALUE_BODY(name)                                                                                            \
+    static const char *OC_JOIN(name, _body)([[maybe_unused]] zmf_map_ctx ctx,                                          \
+                                            [[maybe_unused]] const zmf_datatree *node,                                 \
+                                            [[maybe_unused]] const char *oc_self)
+
+// VALUE_CONVERSION(name) { ... return text; }: a null node counts as one without a value.
+#define VALUE_CONVERSION(name)                                                                                         \
+    OC_VALUE_BODY(name);                                                                                               \
+    extern "C" OC_EXPORT const char *name(zmf_map_ctx ctx, const zmf_datatree *node, zmf_datatree * /*tree*/) {        \
+        assert(NULL != ctx);                                                                                           \
+        static constinit ocoptical::frame f = OC_FRAME;                                                                \
+        return ocoptical::framed_value(f, OC_JOIN(name, _body), ctx, node);                                            \
+    }                                                                                                                  \
+    OC_VALUE_BODY(name)
 
 inline void nothing_first(zmf_map_ctx /*ctx*/) {}
 

@@ -9,6 +9,9 @@
 
 namespace ocoptical {
 
+// High: OpenConfig, requests on their way down. Low: native, answers on their way up.
+enum class side : uint8_t { high, low };
+
 enum class node_kind : uint8_t { container, list, key, leaf, leaf_list, augment };
 
 union node_callback {
@@ -16,18 +19,22 @@ union node_callback {
     zmf_cont_fn container;
 };
 
+inline constexpr int most_native_keys = 2;
+
 struct model_node {
-    node_kind kind;
-    uint8_t depth;         // 0: a root container or an augment entry
-    bool only_get;         // walked in a get of operational data only
-    const char *tag;       // local name; null in an augment entry
-    const char *walker;    // name of the node's walker, as traces show it
-    const char *ns;        // namespace of the model
-    const char *list_path; // lists: absolute, without keys
-    node_callback callback;
-    zmf_node_fn augments;  // containers, lists, augment entries: the _parse_augments hook
+    node_kind kind = node_kind::leaf;
+    uint8_t depth = 0;                              // 0: a root container or an augment entry
+    bool only_get = false;                          // walked in a get of operational data only
+    const char *tag = nullptr;                      // local name; null in an augment entry
+    const char *walker = nullptr;                   // name of the node's walker, as traces show it
+    const char *list_path = nullptr;                // lists: absolute, without keys
+    node_callback callback = {.node = nullptr};     // none in an augment entry
+    zmf_node_fn augments = nullptr;                 // all but leaves: the _parse_augments hook
+    const char *native_keys[most_native_keys] = {}; // low side, lists: names of the keys
+    const char *ns = nullptr;                       // namespace of the model
+    bool names_ignored_tag = false;
     bool is_state = false; // the `state` child of its parent
-    uint8_t keys = 0;      // lists: number of key leaves
+    uint8_t keys = 0;      // high side, lists: number of key leaves
     uint16_t span = 1;     // rows of the subtree, this one included
 };
 
@@ -45,22 +52,28 @@ constexpr bool has_subtree(node_kind kind) {
 
 inline constexpr size_t no_fault = static_cast<size_t>(-1);
 
+constexpr bool wants_children(side s, node_kind kind) {
+    return kind == node_kind::augment || (s == side::high && kind == node_kind::list);
+}
+
 // Whether a row may follow the one before it (null for the first row).
-consteval bool fits(const model_node *before, const model_node &node) {
+consteval bool fits(side s, const model_node *before, const model_node &node) {
     if ((node.kind == node_kind::augment) != (node.tag == nullptr) ||
         (node.kind == node_kind::list) != (node.list_path != nullptr)) {
         return false;
     }
-    const bool wants_child =
-        before != nullptr && (before->kind == node_kind::list || before->kind == node_kind::augment);
+    const bool wants_child = before != nullptr && wants_children(s, before->kind);
     if (wants_child && node.depth != before->depth + 1) {
         return false;
     }
     if (node.depth == 0) {
         return node.kind == node_kind::container || node.kind == node_kind::augment;
     }
-    if (before == nullptr || node.depth > before->depth + 1) {
+    if (before == nullptr || node.kind == node_kind::augment || node.depth > before->depth + 1) {
         return false;
+    }
+    if (s == side::low) {
+        return node.depth <= before->depth || has_subtree(before->kind);
     }
     // A key is the first child of its list or follows another key, and a list has one.
     const bool first_child = node.depth == before->depth + 1;
@@ -72,17 +85,13 @@ consteval bool fits(const model_node *before, const model_node &node) {
 
 // Number of the first row that cannot stand where it stands, counted from 0; no_fault for a sound table.
 template <size_t rows>
-consteval size_t first_fault(const std::array<model_node, rows> &table) {
+consteval size_t first_fault(side s, const std::array<model_node, rows> &table) {
     for (size_t row = 0; row < rows; ++row) {
-        if (!fits(row == 0 ? nullptr : &table[row - 1], table[row])) {
+        if (!fits(s, row == 0 ? nullptr : &table[row - 1], table[row])) {
             return row;
         }
     }
-    const node_kind last = table[rows - 1].kind;
-    if (last == node_kind::list || last == node_kind::augment) {
-        return rows - 1;
-    }
-    return no_fault;
+    return wants_children(s, table[rows - 1].kind) ? rows - 1 : no_fault;
 }
 
 template <size_t row>
@@ -91,12 +100,62 @@ struct sound_table {
     static constexpr bool value = true;
 };
 
+// What all rows of a model have in common.
+struct model_traits {
+    side s;
+    const char *ns;
+    bool only_get = false;          // a model of operational data
+    bool names_ignored_tag = false; // low side: the trace of an ignored child bears its tag
+};
+
+// Rows as a table gives them; `link` fills in the rest.
+consteval model_node container_row(uint8_t depth, const char *tag, const char *walker, zmf_cont_fn callback,
+                                   zmf_node_fn augments, bool only_get = false) {
+    return {.kind = node_kind::container,
+            .depth = depth,
+            .only_get = only_get,
+            .tag = tag,
+            .walker = walker,
+            .callback = {.container = callback},
+            .augments = augments};
+}
+
+consteval model_node list_row(uint8_t depth, const char *tag, const char *walker, const char *list_path,
+                              zmf_node_fn callback, zmf_node_fn augments, bool only_get = false) {
+    return {.kind = node_kind::list,
+            .depth = depth,
+            .only_get = only_get,
+            .tag = tag,
+            .walker = walker,
+            .list_path = list_path,
+            .callback = {.node = callback},
+            .augments = augments};
+}
+
+// A native list names its keys, which need no rows of their own.
+consteval model_node with_keys(model_node list, const char *key, const char *second_key = nullptr) {
+    list.native_keys[0] = key;
+    list.native_keys[1] = second_key;
+    return list;
+}
+
+consteval model_node leaf_row(node_kind kind, uint8_t depth, const char *tag, const char *walker,
+                              zmf_node_fn callback) {
+    return {.kind = kind, .depth = depth, .tag = tag, .walker = walker, .callback = {.node = callback}};
+}
+
+consteval model_node augment_row(const char *walker, zmf_node_fn augments) {
+    return {.kind = node_kind::augment, .walker = walker, .augments = augments};
+}
+
 template <size_t rows>
-consteval std::array<model_node, rows> link(std::array<model_node, rows> table) {
+consteval std::array<model_node, rows> link(const model_traits &model, std::array<model_node, rows> table) {
     for (size_t row = 0; row < rows; ++row) {
         model_node &node = table[row];
-        node.is_state = node.depth > 0 && node.tag != nullptr && same_text(node.tag, "state");
-        node.only_get = node.only_get || node.is_state;
+        node.ns = model.ns;
+        node.names_ignored_tag = model.names_ignored_tag;
+        node.is_state = model.s == side::high && node.depth > 0 && node.tag != nullptr && same_text(node.tag, "state");
+        node.only_get = node.only_get || model.only_get || node.is_state;
         for (size_t below = row + 1; below < rows && table[below].depth > node.depth; ++below) {
             ++node.span;
             node.keys += table[below].depth == node.depth + 1 && table[below].kind == node_kind::key;

@@ -32,17 +32,29 @@ rcode refuse_arguments(zmf_map_ctx ctx, const trace_point &at) {
     return RC_INVALID_ARGUMENTS;
 }
 
-void set_err_msg(zmf_map_ctx ctx, const char *text) {
-    zmf_req_ctx *request = ctx->req_ctx;
-    if (request == nullptr) {
-        return;
-    }
-    if (request->err_msg != nullptr) {
-        kvo_named_free(request->err_msg);
-        request->err_msg = nullptr;
+namespace {
+
+void replace_text(char **held, const char *text, const char *memory_tag) {
+    if (*held != nullptr) {
+        kvo_named_free(*held);
+        *held = nullptr;
     }
     if (text != nullptr) {
-        request->err_msg = zmf_strdup(text, "ZMF MAP");
+        *held = zmf_strdup(text, memory_tag);
+    }
+}
+
+} // namespace
+
+void set_err_msg(zmf_map_ctx ctx, const char *text, const char *memory_tag) {
+    if (ctx->req_ctx != nullptr) {
+        replace_text(&ctx->req_ctx->err_msg, text, memory_tag);
+    }
+}
+
+void set_err_info(zmf_map_ctx ctx, const char *text) {
+    if (ctx->req_ctx != nullptr) {
+        replace_text(&ctx->req_ctx->err_info, text, "ZMF MAP");
     }
 }
 

@@ -69,6 +69,9 @@ template <typename... Arguments>
 rcode refuse_arguments(zmf_map_ctx ctx, const trace_point &at);
 
 // The client's text: the old one is released, a copy of `text` takes its place. A null text leaves none.
-void set_err_msg(zmf_map_ctx ctx, const char *text);
+void set_err_msg(zmf_map_ctx ctx, const char *text, const char *memory_tag = "ZMF MAP");
+
+// The client's second text, likewise.
+void set_err_info(zmf_map_ctx ctx, const char *text);
 
 } // namespace ocoptical

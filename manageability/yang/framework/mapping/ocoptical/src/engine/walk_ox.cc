@@ -1,22 +1,12 @@
 #include "engine/walk_ox.h"
 
-#include "engine/export.h"
 #include "engine/request.h"
 #include "engine/trace.h"
-
-// A walker traces under the name that its node's row gives, with the line of the statement here.
-#define WALK_TRACE(...) OC_TRACE_AS(ctx, model.walker, __VA_ARGS__)
+#include "engine/walk.h"
 
 namespace ocoptical {
 
 namespace {
-
-// The children of a request node as a walker works on them.
-struct subtree {
-    zmf_datatree *children = nullptr;
-    uint32_t count = 0;
-    bool present = false; // has_children
-};
 
 // A hidden subtree and how to give it back.
 struct hidden_children {
@@ -101,22 +91,6 @@ const model_node *match_key(const model_node &model, const char *tag) {
         }
     }
     return nullptr;
-}
-
-rcode take_subtree(zmf_map_ctx ctx, const model_node &model, const zmf_datatree *node, subtree *below) {
-    if (node->has_children) {
-        *below = {node->children, node->child_count, true};
-        if (below->children == nullptr && below->count != 0) {
-            WALK_TRACE(ERR("Failed to get subtrees!"));
-            return RC_SUBTREE_ERROR;
-        }
-    }
-    return RC_OK;
-}
-
-rcode note_missing_tag(zmf_map_ctx ctx, const model_node &model) {
-    WALK_TRACE(ERR("Tag name is not available!"));
-    return RC_SUBTREE_ERROR;
 }
 
 // A child that the model does not know: an error of the client in its own namespace, the hook's matter in another.
@@ -558,8 +532,9 @@ rcode walk_entries(zmf_map_ctx ctx, const model_node &model, const list_walk &li
     if (list.frame == nullptr) {
         return walk_entry(ctx, model, list, list.node, delete_ran, tree);
     }
+    const uint32_t count = list.frame->nodes != nullptr ? list.frame->count : 0;
     rcode status = RC_OK;
-    for (uint32_t at = 0; at < list.frame->count && status == RC_OK; ++at) {
+    for (uint32_t at = 0; at < count && status == RC_OK; ++at) {
         zmf_datatree *entry = &list.frame->nodes[at];
         if (at != 0) {
             zmf_map_add_to_node_hierarchy(ctx, entry, ZMF_HIER_LIST);
@@ -679,21 +654,10 @@ rcode walk_list(zmf_map_ctx ctx, const model_node &model, zmf_datatree *node, zm
     return status;
 }
 
-// What every walker begins with.
-rcode begin(zmf_map_ctx ctx, const model_node &model, const zmf_datatree *node, const zmf_datatree *tree) {
-    assert(NULL != ctx);
-    WALK_TRACE(TRC("Start"));
-    if (node == nullptr || tree == nullptr) {
-        static uint32_t filter_word = fresh_filter_word;
-        return refuse_arguments(ctx, {model.walker, __LINE__, &filter_word});
-    }
-    return RC_OK;
-}
-
 } // namespace
 
 rcode walk_ox(zmf_map_ctx ctx, const model_node &model, zmf_datatree *node, zmf_datatree *tree) {
-    const rcode status = begin(ctx, model, node, tree);
+    const rcode status = begin_walk(ctx, model, node, tree);
     if (status != RC_OK) {
         return status;
     }
@@ -708,7 +672,7 @@ rcode walk_ox(zmf_map_ctx ctx, const model_node &model, zmf_datatree *node, zmf_
 }
 
 rcode enter_augment_ox(zmf_map_ctx ctx, const model_node &model, zmf_datatree *node, zmf_datatree *tree) {
-    rcode status = begin(ctx, model, node, tree);
+    rcode status = begin_walk(ctx, model, node, tree);
     if (status != RC_OK) {
         return status;
     }

@@ -2,14 +2,35 @@
 #pragma once
 
 #include "engine/export.h"
+#include "exported.h"
 #include "namespaces.h"
 #include "zmf.h"
 
 #define OC_MODEL ymap_ox_oc_optical_openconfigterminaldevice
 #define OC_TABLE "openconfig_terminal_device/ymap_oc_optical_openconfig_terminal_device.def"
-#define OC_NAMESPACE ZMF_NS_OC_TERMINAL_DEVICE
 
 // Native modules that the rows name.
 #define CFG ZMF_NS_CORVANE("Corvane-terminal-device-cfg")
 
+#define ASSIGNMENT "/logical-channels/channel/logical-channel-assignments/logical-channel-assignment"
+
 #include "engine/readings/declarations.inc"
+
+// Conversions that the rows name; those of plain enumerations are in exported.h.
+extern "C" {
+zmf_node_shape oc_optical_rate_class_to_low;
+zmf_node_shape oc_optical_trib_protocol_to_low;
+zmf_node_shape oc_optical_logical_channel_type_to_low;
+zmf_node_shape oc_optical_trans_to_client;
+zmf_node_shape oc_optical_trans_to_client_state;
+zmf_node_shape oc_optical_phychan_to_ing_phychan;
+zmf_node_shape oc_optical_phychan_to_ing_phychan_state;
+zmf_node_shape oc_optical_LCA_optical_channel_name_to_low;
+zmf_node_shape oc_optical_LCA_optical_channel_name_to_low_state;
+zmf_node_shape oc_optical_LCA_alloc_to_low;
+zmf_node_shape oc_optical_LCA_alloc_to_low_state;
+zmf_node_shape oc_optical_eth_client_als_to_low;
+zmf_node_shape oc_optical_eth_als_delay_to_low;
+zmf_node_shape oc_optical_otn_tti_transmit_to_low;
+zmf_node_shape oc_optical_otn_tti_expected_to_low;
+}

@@ -5,6 +5,9 @@
 
 namespace ocoptical {
 
+// What a number of a name is preset to before a scan: a scan that stops early leaves it so.
+inline constexpr int32_t absent = -1;
+
 // Reads a decimal number as "%d" does: leading blanks, a sign, digits; what follows is not looked at. False, and
 // `number` keeps its value, where there is none or it does not fit 32 bits.
 bool scan_number(const char *text, int32_t *number);
