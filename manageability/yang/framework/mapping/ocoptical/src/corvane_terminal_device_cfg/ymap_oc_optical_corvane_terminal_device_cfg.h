@@ -4,20 +4,18 @@
 #include "engine/export.h"
 #include "exported.h"
 #include "namespaces.h"
+#include "utility/paths.h"
 #include "zmf.h"
 
 #define OC_MODEL ymap_xo_oc_optical_corvaneterminaldevicecfg
 #define OC_TABLE "corvane_terminal_device_cfg/ymap_oc_optical_corvane_terminal_device_cfg.def"
 
-// Where the rows lead.
-#define CHANNEL "/terminal-device/logical-channels/channel"
-#define ASSIGNMENT CHANNEL "/logical-channel-assignments/assignment"
-#define OPTICAL_CHANNEL "/components/component/optical-channel"
-
+// clang-format off
 // The config and the state leaf of one value, the config leaf alone, and both behind the key leaf of a list.
 #define BOTH(base, leaf) {ZMF_NS_OC_TERMINAL_DEVICE, base "/config/" leaf, base "/state/" leaf}
 #define CONFIG(base, leaf) {ZMF_NS_OC_TERMINAL_DEVICE, base "/config/" leaf, nullptr}
 #define KEYED(base, leaf) {ZMF_NS_OC_TERMINAL_DEVICE, base "/config/" leaf, base "/state/" leaf, 0, base "/" leaf}
+// clang-format on
 
 #include "engine/readings/declarations.inc"
 

@@ -1,4 +1,7 @@
 // Hand-written callbacks and conversions of Corvane-terminal-device-cfg: lists, identities, names, frequency and power.
+//
+// To add a leaf that converts: a row of the family that it belongs to, named in the model's table and declared beside
+// it.
 #include "corvane_terminal_device_cfg/ymap_oc_optical_corvane_terminal_device_cfg.h"
 
 #include <cstdio>
@@ -14,12 +17,7 @@ using namespace ocoptical;
 
 namespace {
 
-constexpr char native_channel[] = "/logical-channels/channel";
-constexpr char native_assignment[] = "/logical-channels/channel/logical-channel-assignments/logical-channel-assignment";
-constexpr char component_list[] = "/components/component";
-
-// An entry that is there already counts as made.
-enum { find_or_make = 1 };
+constexpr uint32_t xpath_operation = 1; // there is no other
 
 // The key of the entry under walk. A key without text is as good as none.
 rcode read_key(zmf_map_ctx ctx, const char *list, const char *key, const char **text) {
@@ -28,18 +26,19 @@ rcode read_key(zmf_map_ctx ctx, const char *list, const char *key, const char **
     return status == RC_OK && *text == nullptr ? RC_SUBTREE_ERROR : status;
 }
 
-// A keyed path with its key; `format` takes it.
-void prepare(zmf_map_xpath_op *op, zmf_datatree *tree, const char *format, const char *key, const char *list_path) {
+// A record for a keyed path; `format` takes the key.
+void prepare(zmf_map_xpath_op *op, zmf_datatree *tree, const char *format, const char *key) {
     clear(op, sizeof *op);
     op->tree = tree;
-    op->operation = find_or_make;
+    op->operation = xpath_operation;
     op->kind = ZMF_XPATH_FIND_LIST;
     snprintf(op->ns, sizeof op->ns, "%s", ZMF_NS_OC_TERMINAL_DEVICE);
     snprintf(op->xpath, sizeof op->xpath, format, key);
-    snprintf(op->list_path, sizeof op->list_path, "%s", list_path);
 }
 
-rcode stitch(zmf_map_ctx ctx, zmf_map_xpath_op *op, const char *oc_self) {
+// An entry that is there already counts as made.
+rcode stitch(zmf_map_ctx ctx, zmf_map_xpath_op *op, const char *list_path, const char *oc_self) {
+    snprintf(op->list_path, sizeof op->list_path, "%s", list_path);
     const rcode status = zmf_map_stitch_list_to_list(ctx, op);
     if (status == RC_LEAF_EXISTS) {
         TRACE(ctx, TRC("leaf already exist"));
@@ -52,30 +51,31 @@ rcode stitch(zmf_map_ctx ctx, zmf_map_xpath_op *op, const char *oc_self) {
 
 CONVERSION(ymap_xo_oc_optical_corvaneterminaldevicecfg_list_lvla_logicalchannels_channel) {
     const char *index = nullptr;
-    const rcode status = read_key(ctx, native_channel, "channel-index", &index);
+    const rcode status = read_key(ctx, NATIVE_CHANNEL, "channel-index", &index);
     if (status != RC_OK) {
         return status;
     }
     if (zmf_map_is_request_delete(node)) {
-        return add_list(ctx, tree, {ZMF_NS_OC_TERMINAL_DEVICE, CHANNEL}, node);
+        return add_list(ctx, tree, {ZMF_NS_OC_TERMINAL_DEVICE, OC_CHANNEL}, node);
     }
     zmf_map_xpath_op entry;
-    prepare(&entry, tree, CHANNEL "[index=%s]/", index, CHANNEL);
-    return stitch(ctx, &entry, oc_self);
+    prepare(&entry, tree, OC_CHANNEL "[index=%s]/", index);
+    return stitch(ctx, &entry, OC_CHANNEL, oc_self);
 }
 
-CONVERSION(ymap_xo_oc_optical_corvaneterminaldevicecfg_list_lvla_logicalchannels_logicalchannelassignments_logicalchannelassignment) {
+CONVERSION(
+    ymap_xo_oc_optical_corvaneterminaldevicecfg_list_lvla_logicalchannels_logicalchannelassignments_logicalchannelassignment) {
     const char *channel = nullptr;
     const char *index = nullptr;
-    rcode status = read_key(ctx, native_channel, "channel-index", &channel);
+    rcode status = read_key(ctx, NATIVE_CHANNEL, "channel-index", &channel);
     if (status == RC_OK) {
-        status = read_key(ctx, native_assignment, "assignment-index", &index);
+        status = read_key(ctx, NATIVE_ASSIGNMENT, "assignment-index", &index);
     }
     if (status != RC_OK) {
         return status;
     }
     zmf_map_xpath_op entry;
-    prepare(&entry, tree, CHANNEL "[index=%s]/", channel, CHANNEL);
+    prepare(&entry, tree, OC_CHANNEL "[index=%s]/", channel);
     status = zmf_map_tree_xpath_operations(ctx, &entry);
     if (status == RC_LEAF_EXISTS) {
         TRACE(ctx, TRC("List channel[%s] already exists"), channel);
@@ -89,10 +89,11 @@ CONVERSION(ymap_xo_oc_optical_corvaneterminaldevicecfg_list_lvla_logicalchannels
         return RC_SUBTREE_ERROR;
     }
     if (zmf_map_is_request_delete(node)) {
-        return add_list(ctx, tree, {ZMF_NS_OC_TERMINAL_DEVICE, ASSIGNMENT}, node); // at the root, not below the parent
+        return add_list(ctx, tree, {ZMF_NS_OC_TERMINAL_DEVICE, OC_ASSIGNMENT},
+                        node); // at the root, not below the parent
     }
-    prepare(&entry, parent, "/logical-channel-assignments/assignment[index=%s]/", index, ASSIGNMENT);
-    return stitch(ctx, &entry, oc_self);
+    prepare(&entry, parent, "/logical-channel-assignments/assignment[index=%s]/", index);
+    return stitch(ctx, &entry, OC_ASSIGNMENT, oc_self);
 }
 
 // Optical channels stand below their component.
@@ -100,7 +101,7 @@ CONVERSION(ymap_xo_oc_optical_corvaneterminaldevicecfg_list_lvla_logicalchannels
 namespace {
 
 rcode open_component(zmf_map_ctx ctx, zmf_datatree *tree, const char *component) {
-    return zmf_map_search_or_add_list(ctx, tree, &ctx->req_ctx->list_cursor, component_list, component, "name",
+    return zmf_map_search_or_add_list(ctx, tree, &ctx->req_ctx->list_cursor, OC_COMPONENT, component, "name",
                                       ZMF_NS_OC_PLATFORM);
 }
 
@@ -109,8 +110,8 @@ rcode open_component_config(zmf_map_ctx ctx, zmf_datatree *tree, const char *com
     if (status != RC_OK) {
         return status;
     }
-    return zmf_map_datatree_add_path_flagged(ctx, tree, "/components/component/config/name", ZMF_NS_OC_PLATFORM,
-                                             component, nullptr, nullptr, 0, 1);
+    return zmf_map_datatree_add_path_flagged(ctx, tree, OC_COMPONENT "/config/name", ZMF_NS_OC_PLATFORM, component,
+                                             nullptr, nullptr, 0, 1);
 }
 
 bool has_interface(zmf_map_ctx ctx, const char *component) {
@@ -123,7 +124,7 @@ bool has_interface(zmf_map_ctx ctx, const char *component) {
 
 CONVERSION(oc_optical_optical_channel_to_high) {
     const char *name = nullptr;
-    rcode status = read_key(ctx, "/optical-channels/optical-channel", "ifname", &name);
+    rcode status = read_key(ctx, NATIVE_OPTICAL_CHANNEL, "ifname", &name);
     if (status != RC_OK) {
         return status;
     }
@@ -148,13 +149,12 @@ namespace {
 
 constexpr char identity_tag[] = "ZMF_NS_CORVANE_TERMINAL_DEVICE_CFG_OC_OPT_TYPES";
 
-using text_fn = rcode (*)(const char *value, char *out);
-
 // The value as a name in the other form; a name that does not convert is empty.
-rcode add_name_up(zmf_map_ctx ctx, const zmf_datatree *node, zmf_datatree *tree, const up_leaf &to, text_fn convert_text) {
+rcode add_name_up(zmf_map_ctx ctx, const zmf_datatree *node, zmf_datatree *tree, const up_leaf &to,
+                  rcode (*convert_name)(const char *name, char *out)) {
     char name[text_size] = "";
-    convert_text(node->value, name);
-    return add_up(ctx, tree, to, name, nullptr);
+    convert_name(node->value, name);
+    return add_text_up(ctx, tree, to, name);
 }
 
 } // namespace
@@ -162,12 +162,12 @@ rcode add_name_up(zmf_map_ctx ctx, const zmf_datatree *node, zmf_datatree *tree,
 #define UP(function, ...)                                                                                              \
     CONVERSION(function) {                                                                                             \
         static constexpr up_leaf to = __VA_ARGS__;                                                                     \
-        return add_up(ctx, tree, to, node->value, nullptr);                                                            \
+        return add_up(ctx, node, tree, to, nullptr, nullptr);                                                          \
     }
 #define VALUE_UP(function, to_high, ...)                                                                               \
     CONVERSION(function) {                                                                                             \
         static constexpr up_leaf to = __VA_ARGS__;                                                                     \
-        return add_up(ctx, tree, to, to_high(ctx, node, tree), nullptr);                                               \
+        return add_up(ctx, node, tree, to, to_high, nullptr);                                                          \
     }
 #define NAME_UP(function, to_high, ...)                                                                                \
     CONVERSION(function) {                                                                                             \
@@ -177,105 +177,100 @@ rcode add_name_up(zmf_map_ctx ctx, const zmf_datatree *node, zmf_datatree *tree,
 #define IDENTITY_UP(function, to_high, ...)                                                                            \
     CONVERSION(function) {                                                                                             \
         static constexpr up_leaf to = __VA_ARGS__;                                                                     \
-        return add_identity_up(ctx, tree, to, to_high(ctx, node, tree), ZMF_NS_OC_TRANSPORT_TYPES, identity_tag);      \
+        return add_identity_up(ctx, node, tree, to, to_high, ZMF_NS_OC_TRANSPORT_TYPES, identity_tag);                 \
     }
 
 // clang-format off
-IDENTITY_UP(oc_optical_trib_protocol_to_high,          oc_optical_convert_logical_channel_trib_protocol_to_high, BOTH(CHANNEL, "trib-protocol"))
-IDENTITY_UP(oc_optical_rate_class_to_high,             oc_optical_convert_logical_channel_rate_class_to_high,    BOTH(CHANNEL, "rate-class"))
-IDENTITY_UP(oc_optical_logical_channel_type_to_high,   oc_optical_convert_logical_channel_type_to_high,          BOTH(CHANNEL, "logical-channel-type"))
-NAME_UP(oc_optical_client_to_trans,                    oc_optical_convert_interface_to_trans,                    BOTH(CHANNEL "/ingress", "transceiver"))
-UP(oc_optical_ing_phychan_to_phychan,                                                                            BOTH(CHANNEL "/ingress", "physical-channel"))
-VALUE_UP(oc_optical_eth_client_als_to_high,            oc_optical_eth_client_als_low_to_high,                    CONFIG(CHANNEL "/ethernet", "client-als"))
-UP(oc_optical_eth_als_delay_to_high,                                                                             CONFIG(CHANNEL "/ethernet", "als-delay"))
-UP(oc_optical_otn_tti_expected_to_high,                                                                          BOTH(CHANNEL "/otn", "tti-msg-expected"))
-UP(oc_optical_otn_tti_transmit_to_high,                                                                          BOTH(CHANNEL "/otn", "tti-msg-transmit"))
-NAME_UP(oc_optical_LCA_optical_channel_name_to_high,   oc_optical_convert_optname_to_compname,                   BOTH(ASSIGNMENT, "optical-channel"))
-UP(oc_optical_LCA_alloc_to_high,                                                                                 BOTH(ASSIGNMENT, "allocation"))
+IDENTITY_UP(oc_optical_trib_protocol_to_high,          oc_optical_convert_logical_channel_trib_protocol_to_high, BOTH(OC_CHANNEL, "trib-protocol"))
+IDENTITY_UP(oc_optical_rate_class_to_high,             oc_optical_convert_logical_channel_rate_class_to_high,    BOTH(OC_CHANNEL, "rate-class"))
+IDENTITY_UP(oc_optical_logical_channel_type_to_high,   oc_optical_convert_logical_channel_type_to_high,          BOTH(OC_CHANNEL, "logical-channel-type"))
+NAME_UP(oc_optical_client_to_trans,                    oc_optical_convert_interface_to_trans,                    BOTH(OC_CHANNEL "/ingress", "transceiver"))
+UP(oc_optical_ing_phychan_to_phychan,                                                                            BOTH(OC_CHANNEL "/ingress", "physical-channel"))
+VALUE_UP(oc_optical_eth_client_als_to_high,            oc_optical_eth_client_als_low_to_high,                    CONFIG(OC_CHANNEL "/ethernet", "client-als"))
+UP(oc_optical_eth_als_delay_to_high,                                                                             CONFIG(OC_CHANNEL "/ethernet", "als-delay"))
+UP(oc_optical_otn_tti_expected_to_high,                                                                          BOTH(OC_CHANNEL "/otn", "tti-msg-expected"))
+UP(oc_optical_otn_tti_transmit_to_high,                                                                          BOTH(OC_CHANNEL "/otn", "tti-msg-transmit"))
+NAME_UP(oc_optical_LCA_optical_channel_name_to_high,   oc_optical_convert_optname_to_compname,                   BOTH(OC_ASSIGNMENT, "optical-channel"))
+UP(oc_optical_LCA_alloc_to_high,                                                                                 BOTH(OC_ASSIGNMENT, "allocation"))
 // clang-format on
 
 // Optical channel leaves. The container on the way gets its namespace back, and the status is that of this repair.
 
-namespace {
-
-struct optical_row {
-    up_leaf to;
-    text_fn convert_text; // null: the value as it stands
-};
-
-rcode add_optical_up(const optical_row &row, zmf_map_ctx ctx, const zmf_datatree *node, zmf_datatree *tree) {
-    if (row.convert_text != nullptr) {
-        (void)add_name_up(ctx, node, tree, row.to, row.convert_text);
-    } else {
-        (void)add_up(ctx, tree, row.to, node->value, nullptr);
+// clang-format off
+#define OPTICAL_BOTH(leaf) {ZMF_NS_OC_TERMINAL_DEVICE, OC_OPTICAL_CHANNEL "/config/" leaf, OC_OPTICAL_CHANNEL "/state/" leaf, 1}
+#define OPTICAL_CONFIG(leaf) {ZMF_NS_OC_TERMINAL_DEVICE, OC_OPTICAL_CHANNEL "/config/" leaf, nullptr, 1}
+#define EXTENDED(leaf) {ZMF_NS_CORVANE("Corvane-openconfig-terminal-device-ext"), OC_OPTICAL_CHANNEL "/extended/config/" leaf, nullptr, 1}
+// clang-format on
+#define OPTICAL_UP(function, ...)                                                                                      \
+    CONVERSION(function) {                                                                                             \
+        static constexpr up_leaf to = __VA_ARGS__;                                                                     \
+        (void)add_up(ctx, node, tree, to, nullptr, nullptr);                                                           \
+        return repair_optical_channel_namespace(ctx, tree);                                                            \
     }
+
+// clang-format off
+OPTICAL_UP(oc_optical_cfg_oper_mode_to_high,           OPTICAL_BOTH("operational-mode"))
+OPTICAL_UP(oc_optical_enh_colorless_mode_to_high,      EXTENDED("enh-colorless-mode"))
+OPTICAL_UP(oc_optical_sop_tol_mode_to_high,            EXTENDED("enh-sop-tol-mode"))
+OPTICAL_UP(oc_optical_nleq_comp_mode_to_high,          EXTENDED("nleq-compensation"))
+OPTICAL_UP(oc_optical_cross_pol_gain_to_high,          EXTENDED("cross-pol-gain-mode"))
+OPTICAL_UP(oc_optical_cross_pol_weight_to_high,        EXTENDED("cross-pol-weight-mode"))
+OPTICAL_UP(oc_optical_cpr_win_mode_to_high,            EXTENDED("cpr-win-mode"))
+OPTICAL_UP(oc_optical_cpr_ext_win_to_high,             EXTENDED("cpr-ext-win-mode"))
+OPTICAL_UP(oc_optical_rx_voa_fixed_ratio_to_high,      EXTENDED("rx-voa-fixed-ratio"))
+UP(oc_optical_rx_voa_target_pwr_to_high,               EXTENDED("rx-voa-target-power")) // without the repair
+OPTICAL_UP(oc_optics_filter_rolloff_to_high,           EXTENDED("filter-roll-off-factor"))
+OPTICAL_UP(oc_optical_optics_cd_max_to_high,           EXTENDED("optics-cd-max"))
+OPTICAL_UP(oc_optical_optics_cd_min_to_high,           EXTENDED("optics-cd-min"))
+OPTICAL_UP(oc_optical_optics_cd_low_threshold_to_high, EXTENDED("optics-cd-low-threshold"))
+OPTICAL_UP(oc_optical_cd_high_threshold_to_high,       EXTENDED("optics-cd-high-threshold"))
+// clang-format on
+
+CONVERSION(oc_optical_cfg_line_port_to_high) {
+    static constexpr up_leaf to = OPTICAL_BOTH("line-port");
+    (void)add_name_up(ctx, node, tree, to, oc_optical_convert_interface_to_trans);
     return repair_optical_channel_namespace(ctx, tree);
 }
 
+namespace {
+
 // A legacy platform counts in units that are `factor` of ours; the product wraps.
-void scale(const char *value, int32_t factor, char *out) {
+void scale(char *text, int32_t factor) {
     int32_t number = 0;
-    (void)scan_number(value, &number);
+    (void)scan_number(text, &number);
     const uint32_t product = static_cast<uint32_t>(number) * static_cast<uint32_t>(factor);
-    snprintf(out, text_size, "%d", static_cast<int32_t>(product));
+    snprintf(text, text_size, "%d", static_cast<int32_t>(product));
 }
 
 } // namespace
 
-#define OPTICAL_BOTH(leaf) {ZMF_NS_OC_TERMINAL_DEVICE, OPTICAL_CHANNEL "/config/" leaf, OPTICAL_CHANNEL "/state/" leaf, 1}
-#define OPTICAL_CONFIG(leaf) {ZMF_NS_OC_TERMINAL_DEVICE, OPTICAL_CHANNEL "/config/" leaf, nullptr, 1}
-#define EXTENDED(leaf) {ZMF_NS_CORVANE("Corvane-openconfig-terminal-device-ext"), OPTICAL_CHANNEL "/extended/config/" leaf, nullptr, 1}
-#define OPTICAL_UP(function, convert_text, ...)                                                                        \
-    CONVERSION(function) {                                                                                             \
-        static constexpr optical_row row = {__VA_ARGS__, convert_text};                                                \
-        return add_optical_up(row, ctx, node, tree);                                                                   \
-    }
-
-// clang-format off
-OPTICAL_UP(oc_optical_cfg_oper_mode_to_high,           nullptr,                               OPTICAL_BOTH("operational-mode"))
-OPTICAL_UP(oc_optical_cfg_line_port_to_high,           oc_optical_convert_interface_to_trans, OPTICAL_BOTH("line-port"))
-OPTICAL_UP(oc_optical_enh_colorless_mode_to_high,      nullptr,                               EXTENDED("enh-colorless-mode"))
-OPTICAL_UP(oc_optical_sop_tol_mode_to_high,            nullptr,                               EXTENDED("enh-sop-tol-mode"))
-OPTICAL_UP(oc_optical_nleq_comp_mode_to_high,          nullptr,                               EXTENDED("nleq-compensation"))
-OPTICAL_UP(oc_optical_cross_pol_gain_to_high,          nullptr,                               EXTENDED("cross-pol-gain-mode"))
-OPTICAL_UP(oc_optical_cross_pol_weight_to_high,        nullptr,                               EXTENDED("cross-pol-weight-mode"))
-OPTICAL_UP(oc_optical_cpr_win_mode_to_high,            nullptr,                               EXTENDED("cpr-win-mode"))
-OPTICAL_UP(oc_optical_cpr_ext_win_to_high,             nullptr,                               EXTENDED("cpr-ext-win-mode"))
-OPTICAL_UP(oc_optical_rx_voa_fixed_ratio_to_high,      nullptr,                               EXTENDED("rx-voa-fixed-ratio"))
-UP(oc_optical_rx_voa_target_pwr_to_high,                                                      EXTENDED("rx-voa-target-power")) // without the repair
-OPTICAL_UP(oc_optics_filter_rolloff_to_high,           nullptr,                               EXTENDED("filter-roll-off-factor"))
-OPTICAL_UP(oc_optical_optics_cd_max_to_high,           nullptr,                               EXTENDED("optics-cd-max"))
-OPTICAL_UP(oc_optical_optics_cd_min_to_high,           nullptr,                               EXTENDED("optics-cd-min"))
-OPTICAL_UP(oc_optical_optics_cd_low_threshold_to_high, nullptr,                               EXTENDED("optics-cd-low-threshold"))
-OPTICAL_UP(oc_optical_cd_high_threshold_to_high,       nullptr,                               EXTENDED("optics-cd-high-threshold"))
-// clang-format on
-
 CONVERSION(oc_optical_term_device_cfg_freq_to_high) {
     char frequency[text_size] = "";
-    if (node->value != nullptr && hwinfo_has_legacy_optical_term_dev()) {
-        TRACE(ctx, TRC("SIL: Native Frequency = %s * 100MHZ"), node->value);
-        scale(node->value, 100, frequency);
-        TRACE(ctx, TRC("SIL: Terminal-Device Frequency = %s * 1MHZ"), frequency);
-    } else if (node->value != nullptr) {
+    if (node->value != nullptr) {
         zmf_strcpy_s(oc_self, frequency, sizeof frequency, node->value);
-        TRACE(ctx, TRC("SIL: Terminal-Device Frequency = %s MHZ"), frequency);
+        if (hwinfo_has_legacy_optical_term_dev()) {
+            TRACE(ctx, TRC("SIL: Native Frequency = %s * 100MHZ"), frequency);
+            scale(frequency, 100);
+            TRACE(ctx, TRC("SIL: Terminal-Device Frequency = %s * 1MHZ"), frequency);
+        } else {
+            TRACE(ctx, TRC("SIL: Terminal-Device Frequency = %s MHZ"), frequency);
+        }
     }
     static constexpr up_leaf to = OPTICAL_CONFIG("frequency");
-    (void)add_up(ctx, tree, to, frequency, nullptr);
+    (void)add_text_up(ctx, tree, to, frequency);
     return repair_optical_channel_namespace(ctx, tree);
 }
 
 CONVERSION(oc_optical_term_device_cfg_opt_power_to_high) {
     char power[text_size] = "";
     if (node->value != nullptr) {
+        zmf_strcpy_s(oc_self, power, sizeof power, node->value);
         if (hwinfo_has_legacy_optical_term_dev()) {
-            scale(node->value, 10, power);
-        } else {
-            zmf_strcpy_s(oc_self, power, sizeof power, node->value);
+            scale(power, 10);
         }
         TRACE(ctx, TRC("SIL: Terminal-Device Output Power: %s in 0.01 dBm"), power);
     }
     static constexpr up_leaf to = OPTICAL_CONFIG("target-output-power");
-    (void)add_up(ctx, tree, to, power, nullptr);
+    (void)add_text_up(ctx, tree, to, power);
     return repair_optical_channel_namespace(ctx, tree);
 }

@@ -64,10 +64,6 @@ consteval mapping convert(zmf_node_fn conversion) {
 consteval mapping convert(zmf_cont_fn conversion) {
     return {.how = form::convert, .container = conversion};
 }
-// One native path with the text of a conversion as value.
-consteval mapping path_and_value(const char *ns, const char *path, zmf_value_fn value) {
-    return {.how = form::path, .at = {ns, path}, .value = value};
-}
 
 // The trace statements of a frame.
 struct frame {

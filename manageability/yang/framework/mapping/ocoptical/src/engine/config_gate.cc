@@ -1,3 +1,4 @@
+// The configuration gate: the one place that looks at the scope of a request.
 #include "engine/config_gate.h"
 
 #include "engine/request.h"

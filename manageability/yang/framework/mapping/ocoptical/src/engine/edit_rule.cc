@@ -1,3 +1,4 @@
+// The rule of a plain leaf.
 #include "engine/add.h"
 #include "engine/request.h"
 

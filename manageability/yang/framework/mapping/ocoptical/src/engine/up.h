@@ -13,12 +13,17 @@ struct up_leaf {
     const char *key = nullptr; // always, before the others
 };
 
-// Adds the value where it is wanted, in the order key, config, state; the first failure ends it.
-rcode add_up(zmf_map_ctx ctx, zmf_datatree *tree, const up_leaf &to, const char *value, const zmf_datatree *source);
+// Adds a value where it is wanted, in the order key, config, state. One add does not wait for another: the status is
+// that of the first that failed. `value` converts the node anew for each add; null: the node's own value.
+rcode add_up(zmf_map_ctx ctx, const zmf_datatree *node, zmf_datatree *tree, const up_leaf &to, zmf_value_fn value,
+             const zmf_datatree *source);
+
+// The same with a text that is converted already.
+rcode add_text_up(zmf_map_ctx ctx, zmf_datatree *tree, const up_leaf &to, const char *text);
 
 // The same with an identity value: the nodes that are added bear the namespace of its module.
-rcode add_identity_up(zmf_map_ctx ctx, zmf_datatree *tree, const up_leaf &to, const char *value, const char *value_ns,
-                      const char *memory_tag);
+rcode add_identity_up(zmf_map_ctx ctx, const zmf_datatree *node, zmf_datatree *tree, const up_leaf &to,
+                      zmf_value_fn value, const char *value_ns, const char *memory_tag);
 
 // Gives the optical-channel container, which an add of another module may have made, its own namespace.
 rcode repair_optical_channel_namespace(zmf_map_ctx ctx, zmf_datatree *tree);

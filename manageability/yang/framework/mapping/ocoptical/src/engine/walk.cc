@@ -1,3 +1,4 @@
+// What the walkers of both directions share.
 #include "engine/walk.h"
 
 #include "engine/export.h"

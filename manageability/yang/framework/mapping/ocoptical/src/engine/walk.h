@@ -6,7 +6,8 @@
 
 namespace ocoptical {
 
-// A walker traces under the name that its node's row gives, with the line of the statement in the engine.
+// A walker traces under the name that its node's row gives, with the line of the statement in the engine;
+// a statement has one filter word for all walkers.
 #define WALK_TRACE(...) OC_TRACE_AS(ctx, model.walker, __VA_ARGS__)
 
 // The children of a node as a walker works on them.

@@ -1,3 +1,4 @@
+// The walkers of requests: one function for each idea of the descent. To add a kind of node, add its walker to walk_ox.
 #include "engine/walk_ox.h"
 
 #include "engine/request.h"

@@ -1,3 +1,4 @@
+// The walkers of native answers. Leaves are called straight from the loop of their parent.
 #include "engine/walk_xo.h"
 
 #include "engine/request.h"

@@ -4,6 +4,7 @@
 #include "engine/export.h"
 #include "exported.h"
 #include "namespaces.h"
+#include "utility/paths.h"
 #include "zmf.h"
 
 #define OC_MODEL ymap_ox_oc_optical_openconfigterminaldevice
@@ -11,8 +12,6 @@
 
 // Native modules that the rows name.
 #define CFG ZMF_NS_CORVANE("Corvane-terminal-device-cfg")
-
-#define ASSIGNMENT "/logical-channels/channel/logical-channel-assignments/logical-channel-assignment"
 
 #include "engine/readings/declarations.inc"
 

@@ -19,8 +19,8 @@ constexpr char ethernet_oper[] = ZMF_NS_CORVANE("Corvane-drivers-media-eth-oper"
 
 constexpr range channel_index_range{1, 100000};
 
-constexpr target channel{CFG, "/logical-channels/channel"};
-constexpr target channel_index{CFG, "/logical-channels/channel/channel-index"};
+constexpr target channel{CFG, NATIVE_CHANNEL};
+constexpr target channel_index{CFG, NATIVE_CHANNEL "/channel-index"};
 constexpr target controller{otu_oper, "/otu/controllers/controller"};
 constexpr target controller_name{otu_oper, "/otu/controllers/controller/controller-name"};
 constexpr target interface { ethernet_oper, "/ethernet-interface/interfaces/interface" };
@@ -49,7 +49,7 @@ rcode open_channel(zmf_map_ctx ctx, const zmf_datatree *node, zmf_datatree *tree
 // The operational list of the carrier of the channel under walk; of all carriers where the request names no channel.
 rcode open_carriers(zmf_map_ctx ctx, zmf_datatree *tree) {
     const char *index = nullptr;
-    const rcode status = zmf_map_get_node_info(ctx, "/terminal-device/logical-channels/channel", "index", &index);
+    const rcode status = zmf_map_get_node_info(ctx, OC_CHANNEL, "index", &index);
     if (index == nullptr) {
         (void)add_list(ctx, tree, controller);
         return add_list(ctx, tree, interface);

@@ -1,4 +1,7 @@
 // Conversions of a channel's configuration: identities, ingress, assignments, client laser shutdown, trail trace.
+//
+// To add one: a row of the family that it belongs to, or a CONVERSION, named in the model's table and declared beside
+// it.
 #include "openconfig_terminal_device/ymap_oc_optical_openconfig_terminal_device.h"
 
 #include <cstdio>
@@ -19,12 +22,12 @@ using namespace ocoptical;
 
 namespace {
 
-constexpr target ingress_client_port{CFG, "/logical-channels/channel/ingress-client-port"};
-constexpr target ingress_physical_channel{CFG, "/logical-channels/channel/ingress-physical-channel"};
-constexpr target optical_channel_id{CFG, ASSIGNMENT "/optical-channel-id"};
-constexpr target allocation{CFG, ASSIGNMENT "/allocation"};
-constexpr target ethernet_client_als{CFG, "/logical-channels/channel/ethernet/client-als"};
-constexpr target ethernet_als_delay{CFG, "/logical-channels/channel/ethernet/als-delay"};
+constexpr target ingress_client_port{CFG, NATIVE_CHANNEL "/ingress-client-port"};
+constexpr target ingress_physical_channel{CFG, NATIVE_CHANNEL "/ingress-physical-channel"};
+constexpr target optical_channel_id{CFG, NATIVE_ASSIGNMENT "/optical-channel-id"};
+constexpr target allocation{CFG, NATIVE_ASSIGNMENT "/allocation"};
+constexpr target ethernet_client_als{CFG, NATIVE_CHANNEL "/ethernet/client-als"};
+constexpr target ethernet_als_delay{CFG, NATIVE_CHANNEL "/ethernet/als-delay"};
 
 rcode out_of_range(zmf_map_ctx ctx) {
     zmf_oc_error_path(ctx);
@@ -59,7 +62,7 @@ rcode add_identity(const identity_row &row, zmf_map_ctx ctx, const zmf_datatree 
     CONVERSION(function) {                                                                                             \
         static constexpr identity_row row = {ERR(leaf " node validation failed!"),                                     \
                                              "namespace %s is missing for " leaf " node",                              \
-                                             {CFG, "/logical-channels/channel/" leaf},                                 \
+                                             {CFG, NATIVE_CHANNEL "/" leaf},                                           \
                                              to_low};                                                                  \
         static uint32_t filter_word = fresh_filter_word;                                                               \
         return add_identity(row, ctx, node, tree, {oc_self, __LINE__, &filter_word});                                  \
@@ -109,10 +112,6 @@ CONVERSION(oc_optical_LCA_optical_channel_name_to_low) {
     return add_by_edit_rule(ctx, node, tree, optical_channel_id, name);
 }
 
-CONVERSION(oc_optical_LCA_optical_channel_name_to_low_state) {
-    return is_read(ctx) ? add(ctx, tree, optical_channel_id, nullptr) : RC_OK;
-}
-
 // Gbit/s: the integer part of the decimal number.
 CONVERSION(oc_optical_LCA_alloc_to_low) {
     char whole[text_size] = "";
@@ -123,9 +122,14 @@ CONVERSION(oc_optical_LCA_alloc_to_low) {
     return add_by_edit_rule(ctx, node, tree, allocation, whole);
 }
 
-CONVERSION(oc_optical_LCA_alloc_to_low_state) {
-    return is_read(ctx) ? add(ctx, tree, allocation, nullptr) : RC_OK;
-}
+// State leaves that a read asks for without a value.
+#define ASKED(function, leaf)                                                                                          \
+    CONVERSION(function) {                                                                                             \
+        return is_read(ctx) ? add(ctx, tree, leaf, nullptr) : RC_OK;                                                   \
+    }
+
+ASKED(oc_optical_LCA_optical_channel_name_to_low_state, optical_channel_id)
+ASKED(oc_optical_LCA_alloc_to_low_state, allocation)
 
 // Automatic laser shutdown of the client.
 
@@ -229,9 +233,8 @@ rcode add_trail_trace(const trail_trace_row &row, zmf_map_ctx ctx, const zmf_dat
         return add_trail_trace(row, ctx, node, tree, {oc_self, __LINE__, &filter_word});                               \
     }
 
-TRAIL_TRACE(oc_optical_otn_tti_transmit_to_low, "/logical-channels/channel/otn/tti-msg-transmit",
-            "TTI_transmit is not supported", "TTI_transmit length is not within the allowed range: %d",
-            "TTI_TRANSMIT Length is not allowed = %zu")
-TRAIL_TRACE(oc_optical_otn_tti_expected_to_low, "/logical-channels/channel/otn/tti-msg-expected",
+TRAIL_TRACE(oc_optical_otn_tti_transmit_to_low, NATIVE_CHANNEL "/otn/tti-msg-transmit", "TTI_transmit is not supported",
+            "TTI_transmit length is not within the allowed range: %d", "TTI_TRANSMIT Length is not allowed = %zu")
+TRAIL_TRACE(oc_optical_otn_tti_expected_to_low, NATIVE_CHANNEL "/otn/tti-msg-expected",
             "TTI_expected  is not supported", "TTI_expected length is not within the allowed range: %d",
             "TTI_EXPECTED Length is not allowed = %zu")

@@ -82,7 +82,7 @@ const char *value_of(const zmf_datatree *node) {
 
 const char *look_up(const char *caller, const enumeration &table, direction to, const char *text, pick which) {
     const char *found = nullptr;
-    for (int row = 0; text != nullptr && row < table.rows && (found == nullptr || which == pick::last); ++row) {
+    for (int row = 0; row < table.rows && (found == nullptr || which == pick::last); ++row) {
         if (framework_texts_match(caller, text, searched(table, to)[row])) {
             found = answered(table, to)[row];
         }
@@ -90,34 +90,66 @@ const char *look_up(const char *caller, const enumeration &table, direction to, 
     return found;
 }
 
+namespace {
+
+// A null value is not searched for, or it is and matches no row.
+enum class null_value : uint8_t { skipped, searched };
+
+const char *plain_look_up(const char *caller, const enumeration &table, direction to, null_value null,
+                          const char *text) {
+    return text == nullptr && null == null_value::skipped ? nullptr : look_up(caller, table, to, text);
+}
+
+// Operational values are compared by the C library extensions, and each row that is tried leaves a line.
+struct traced_row {
+    const enumeration &table;
+    log_text tried;   // takes row, value, result, indicator
+    log_text matched; // takes low, high
+};
+
+const char *traced_look_up(zmf_map_ctx ctx, const traced_row &look_up, const char *low, const trace_point &tried,
+                           const trace_point &matched) {
+    for (int row = 0; low != nullptr && row < look_up.table.rows; ++row) {
+        const text_comparison compared = compare_texts(low, look_up.table.low[row]);
+        log_statement(ctx, tried, look_up.tried, row, low, compared.result, compared.indicator);
+        if (compared.match()) {
+            log_statement(ctx, matched, look_up.matched, low, look_up.table.high[row]);
+            return look_up.table.high[row];
+        }
+    }
+    return nullptr;
+}
+
+} // namespace
+
 } // namespace ocoptical
 
 using namespace ocoptical;
 
-#define LOOK_UP(function, table, to)                                                                                   \
+#define LOOK_UP(function, table, to, null)                                                                             \
     VALUE_CONVERSION(function) {                                                                                       \
-        return look_up(oc_self, table, direction::to, value_of(node));                                                 \
+        return plain_look_up(oc_self, table, direction::to, null_value::null, value_of(node));                         \
     }
 
 // clang-format off
-LOOK_UP(oc_optical_convert_logical_channel_type_to_high,          logical_channel_type, to_high)
-LOOK_UP(oc_optical_convert_logical_channel_type_to_low,           logical_channel_type, to_low)
-LOOK_UP(oc_optical_convert_logical_channel_rate_class_to_high,    rate_class,           to_high)
-LOOK_UP(oc_optical_convert_rate_class_to_low,                     rate_class,           to_low)
-LOOK_UP(oc_optical_convert_logical_channel_trib_protocol_to_high, trib_protocol,        to_high)
-LOOK_UP(oc_optical_convert_trib_protocol_to_low,                  trib_protocol,        to_low)
-LOOK_UP(oc_optical_admin_state_data_to_high,                      admin_state,          to_high)
-LOOK_UP(oc_optical_admin_state_data_to_low,                       admin_state,          to_low)
-LOOK_UP(oc_optical_loopback_mode_to_high,                         loopback_mode,        to_high)
-LOOK_UP(oc_optical_loopback_mode_to_low,                          loopback_mode,        to_low)
-LOOK_UP(oc_optical_LCA_assign_type_to_high,                       assignment_type,      to_high)
-LOOK_UP(oc_optical_LCA_assign_type_to_low,                        assignment_type,      to_low)
-LOOK_UP(oc_optical_eth_client_als_high_to_low,                    client_als,           to_low)
+LOOK_UP(oc_optical_convert_logical_channel_type_to_high,          logical_channel_type, to_high, skipped)
+LOOK_UP(oc_optical_convert_logical_channel_type_to_low,           logical_channel_type, to_low,  skipped)
+LOOK_UP(oc_optical_convert_logical_channel_rate_class_to_high,    rate_class,           to_high, skipped)
+LOOK_UP(oc_optical_convert_rate_class_to_low,                     rate_class,           to_low,  skipped)
+LOOK_UP(oc_optical_convert_logical_channel_trib_protocol_to_high, trib_protocol,        to_high, skipped)
+LOOK_UP(oc_optical_convert_trib_protocol_to_low,                  trib_protocol,        to_low,  skipped)
+LOOK_UP(oc_optical_admin_state_data_to_high,                      admin_state,          to_high, searched)
+LOOK_UP(oc_optical_admin_state_data_to_low,                       admin_state,          to_low,  skipped)
+LOOK_UP(oc_optical_loopback_mode_to_high,                         loopback_mode,        to_high, searched)
+LOOK_UP(oc_optical_loopback_mode_to_low,                          loopback_mode,        to_low,  skipped)
+LOOK_UP(oc_optical_LCA_assign_type_to_high,                       assignment_type,      to_high, searched)
+LOOK_UP(oc_optical_LCA_assign_type_to_low,                        assignment_type,      to_low,  skipped)
+LOOK_UP(oc_optical_eth_client_als_high_to_low,                    client_als,           to_low,  skipped)
 // clang-format on
 
 VALUE_CONVERSION(oc_optical_eth_client_als_low_to_high) {
     const char *low = value_of(node);
-    TRACE(ctx, TRC("CLIENT ALS Configured VALUE: %s "), low);
+    TRACE(ctx, TRC("CLIENT ALS Configured VALUE: %s "), low != nullptr ? low : "(null)");
     const char *high = look_up(oc_self, client_als, direction::to_high, low);
     if (high != nullptr) {
         TRACE(ctx, TRC("CLIENT ALS Configured VALUE LOW:%s, HIGH: %s "), low, high);
@@ -125,19 +157,12 @@ VALUE_CONVERSION(oc_optical_eth_client_als_low_to_high) {
     return high;
 }
 
-// Operational values are compared by the C library extensions, and each row that is tried leaves a line.
-#define TRACED_LOOK_UP(function, table, row_text, match_text)                                                          \
+#define TRACED_LOOK_UP(function, table, tried, matched)                                                                \
     VALUE_CONVERSION(function) {                                                                                       \
-        const char *low = value_of(node);                                                                              \
-        for (int row = 0; low != nullptr && row < table.rows; ++row) {                                                 \
-            const text_comparison compared = compare_texts(low, table.low[row]);                                       \
-            TRACE(ctx, TRC(row_text), row, low, compared.result, compared.indicator);                                  \
-            if (compared.match()) {                                                                                    \
-                TRACE(ctx, TRC(match_text), low, table.high[row]);                                                     \
-                return table.high[row];                                                                                \
-            }                                                                                                          \
-        }                                                                                                              \
-        return nullptr;                                                                                                \
+        static constexpr traced_row row = {table, TRC(tried), TRC(matched)};                                           \
+        static uint32_t words[] = {fresh_filter_word, fresh_filter_word};                                              \
+        return traced_look_up(ctx, row, value_of(node), {oc_self, __LINE__, &words[0]},                                \
+                              {oc_self, __LINE__, &words[1]});                                                         \
     }
 
 TRACED_LOOK_UP(oc_optical_convert_oper_client_als_to_high, oper_client_als, "OC_OPT : i %d CLIENT ALS %s ret %d ind %d",

@@ -65,12 +65,16 @@ rcode convert_name(const name_row &row, const char *name, char *out) {
     return RC_OK;
 }
 
-// Copies the name and replaces each `from`. A name that does not fit leaves the output empty.
-void swap_characters(const char *caller, const char *name, char *out, char from, char to) {
-    zmf_strcpy_s(caller, out, text_size, name);
-    for (char *at = strchr(out, from); at != nullptr; at = strchr(at, from)) {
+void replace(char *text, char from, char to) {
+    for (char *at = strchr(text, from); at != nullptr; at = strchr(at, from)) {
         *at = to;
     }
+}
+
+// A name that does not fit leaves the output empty.
+void copy_replacing(const char *caller, const char *name, char *out, char from, char to) {
+    zmf_strcpy_s(caller, out, text_size, name);
+    replace(out, from, to);
 }
 
 } // namespace
@@ -99,12 +103,12 @@ OC_EXPORT uint32_t is_prefix_required(void) {
 }
 
 OC_EXPORT rcode oc_optical_convert_compname_to_optname(const char *name, char *out) {
-    swap_characters(__func__, name, out, '/', '_');
+    copy_replacing(__func__, name, out, '/', '_');
     return RC_OK;
 }
 
 OC_EXPORT rcode oc_optical_convert_optname_to_compname(const char *name, char *out) {
-    swap_characters(__func__, name, out, '_', '/');
+    copy_replacing(__func__, name, out, '_', '/');
     return RC_OK;
 }
 
@@ -113,7 +117,10 @@ OC_EXPORT rcode oc_optical_convert_interface_to_logical_id(const char *name, cha
         return OCOPTICAL_BAD_NAME;
     }
     char mapped[text_size] = "";
-    swap_characters(__func__, name, mapped, '/', '_');
+    if (snprintf(mapped, sizeof mapped, "%s", name) >= static_cast<int>(sizeof mapped)) {
+        mapped[0] = '\0'; // a name that does not fit is none
+    }
+    replace(mapped, '/', '_');
     uint32_t channel = 0;
     if (ocoptical_ifmap_c_find_ifindex(mapped, &channel) != RC_OK || channel == 0) {
         return OCOPTICAL_BAD_NAME;

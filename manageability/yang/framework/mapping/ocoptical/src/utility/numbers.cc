@@ -1,3 +1,4 @@
+// Numeric texts between notations, and the static buffers that some results live in.
 #include "utility/numbers.h"
 
 #include <cmath>
@@ -54,20 +55,29 @@ OC_EXPORT char sopmd_str[text_size];
 OC_EXPORT char pdl_str[text_size];
 OC_EXPORT char inpower_str[text_size];
 
-// Two decimals, in a buffer that the next call writes over.
-#define STR_TO_DECIMAL(function, buffer)                                                                               \
-    VALUE_CONVERSION(function) {                                                                                       \
-        memset(buffer, 0, sizeof buffer);                                                                              \
-        if (node == nullptr || node->value == nullptr) {                                                               \
-            return nullptr;                                                                                            \
-        }                                                                                                              \
-        snprintf(buffer, sizeof buffer, "%.2f", read_double(node->value));                                             \
-        return buffer;                                                                                                 \
-    }
+namespace {
 
-STR_TO_DECIMAL(oc_optical_sopmd_str_to_decimal, sopmd_str)
-STR_TO_DECIMAL(oc_optical_pdl_str_to_decimal, pdl_str)
-STR_TO_DECIMAL(oc_optical_inpower_str_to_decimal, inpower_str)
+// Two decimals, in a buffer that the next call writes over.
+const char *print_two_decimals(const zmf_datatree *node, char *buffer) {
+    memset(buffer, 0, text_size);
+    if (node == nullptr || node->value == nullptr) {
+        return nullptr;
+    }
+    snprintf(buffer, text_size, "%.2f", read_double(node->value));
+    return buffer;
+}
+
+} // namespace
+
+VALUE_CONVERSION(oc_optical_sopmd_str_to_decimal) {
+    return print_two_decimals(node, sopmd_str);
+}
+VALUE_CONVERSION(oc_optical_pdl_str_to_decimal) {
+    return print_two_decimals(node, pdl_str);
+}
+VALUE_CONVERSION(oc_optical_inpower_str_to_decimal) {
+    return print_two_decimals(node, inpower_str);
+}
 
 OC_EXPORT rcode oc_optical_convert_decimal_to_scientific_notation(const char *text, char *out) {
     *out = '\0';

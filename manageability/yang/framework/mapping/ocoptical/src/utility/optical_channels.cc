@@ -23,22 +23,29 @@ OC_EXPORT rcode oc_optical_check_opt_chnl_rsip(const char *component) {
     return a == r && b == s ? RC_OK : RC_SUBTREE_ERROR;
 }
 
+// Other modules call this without a context, and then it leaves no trace.
 OC_EXPORT rcode zmf_ocoptical_ifmgr_init(zmf_map_ctx ctx) {
     OC_SELF;
-    if (ifreg_handle != 0) {
-        return RC_OK;
+    if (ctx != nullptr) {
+        TRACE(ctx, TRC("Start"));
     }
-    static constexpr uint32_t what = 10;
-    const rcode status = ifreg_db_bind(&what, 2, &ifreg_handle);
-    if (status != RC_OK && ctx != nullptr) {
-        TRACE(ctx, ERR("TALM Connection to IM server failed"));
+    rcode status = RC_OK;
+    if (ifreg_handle == 0) {
+        static constexpr uint32_t what = 10;
+        status = ifreg_db_bind(&what, 2, &ifreg_handle);
+    }
+    if (ctx != nullptr) {
+        if (status != RC_OK) {
+            TRACE(ctx, ERR("TALM Connection to IM server failed"));
+        }
+        TRACE(ctx, TRC("End"));
     }
     return status;
 }
 
-OC_EXPORT uint32_t oc_optical_check_opt_chnl_ifhandle(zmf_map_ctx ctx, const char *name) {
-    OC_SELF;
-    assert(NULL != ctx);
+namespace {
+
+uint32_t find_interface(zmf_map_ctx ctx, const char *name, const char *oc_self) {
     if (ifreg_handle == 0) {
         (void)zmf_ocoptical_ifmgr_init(ctx); // a registry that is not there finds nothing
     }
@@ -66,5 +73,16 @@ OC_EXPORT uint32_t oc_optical_check_opt_chnl_ifhandle(zmf_map_ctx ctx, const cha
         TRACE(ctx, ERR("Get iftype: IM_FIND failed for interface %s, rc = %u\n"), registered,
               status != RC_OK ? status : entry_status);
     }
+    return handle;
+}
+
+} // namespace
+
+OC_EXPORT uint32_t oc_optical_check_opt_chnl_ifhandle(zmf_map_ctx ctx, const char *name) {
+    OC_SELF;
+    assert(NULL != ctx);
+    TRACE(ctx, TRC("Start"));
+    const uint32_t handle = find_interface(ctx, name, oc_self);
+    TRACE(ctx, TRC("End"));
     return handle;
 }

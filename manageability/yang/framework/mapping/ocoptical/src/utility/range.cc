@@ -1,3 +1,4 @@
+// The sentence of a value out of its range.
 #include "utility/range.h"
 
 #include <cstdio>

@@ -1,3 +1,4 @@
+// The only calls of the Safe C Library. A function more: here, behind a plain prototype.
 #include "utility/safe_text.h"
 
 #include <cstdint>

@@ -1,3 +1,4 @@
+// Numbers at the start of a text.
 #include "utility/scan.h"
 
 #include <cerrno>
