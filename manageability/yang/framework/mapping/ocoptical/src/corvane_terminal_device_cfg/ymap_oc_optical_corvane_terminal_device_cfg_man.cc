@@ -9,6 +9,7 @@
 #include "engine/callback.h"
 #include "engine/config_gate.h"
 #include "platform.h"
+#include "utility/components.h"
 #include "utility/safe_text.h"
 #include "utility/scan.h"
 #include "utility/text.h"

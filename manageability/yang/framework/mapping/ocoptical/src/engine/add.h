@@ -16,15 +16,15 @@ inline rcode add(zmf_map_ctx ctx, zmf_datatree *tree, const target &at, const ch
     return zmf_map_datatree_add_path_flagged(ctx, tree, at.path, at.ns, value, source, nullptr, 0, 0);
 }
 
-// Opens an entry, the place for what is added below the list afterwards.
-inline rcode add_list(zmf_map_ctx ctx, zmf_datatree *tree, const target &at, const zmf_datatree *source = nullptr) {
-    return zmf_map_datatree_add_path_flagged(ctx, tree, at.path, at.ns, nullptr, source, nullptr, 1, 0);
-}
-
 // One value of a leaf-list.
 inline rcode add_leaf_list(zmf_map_ctx ctx, zmf_datatree *tree, const target &at, const char *value,
                            const zmf_datatree *source = nullptr) {
     return zmf_map_datatree_add_path_flagged(ctx, tree, at.path, at.ns, value, source, nullptr, 1, 0);
+}
+
+// Opens an entry, the place for what is added below the list afterwards.
+inline rcode add_list(zmf_map_ctx ctx, zmf_datatree *tree, const target &at, const zmf_datatree *source = nullptr) {
+    return add_leaf_list(ctx, tree, at, nullptr, source);
 }
 
 // The rule of a plain leaf: a read asks with the value and without a source, a delete takes no value, any other edit

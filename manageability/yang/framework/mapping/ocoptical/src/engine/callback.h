@@ -65,7 +65,7 @@ consteval mapping convert(zmf_cont_fn conversion) {
     return {.how = form::convert, .container = conversion};
 }
 
-// The trace statements of a frame.
+// The trace statements of a frame. They bear the line of the maker: there is no other line in the source.
 struct frame {
     const char *function;
     int line;
@@ -101,15 +101,11 @@ rcode framed(frame &f, body_fn body, zmf_map_ctx ctx, const zmf_datatree *node, 
                                       [[maybe_unused]] zmf_datatree *tree, [[maybe_unused]] const char *oc_self)
 
 // A hand-written callback or conversion: CONVERSION(name) { ... return status; }
-#define CONVERSION(name) CONVERSION_AFTER(ocoptical::nothing_first, name)
-
-// The same, where `first` (void first(zmf_map_ctx)) runs before the argument test, whatever that finds.
-#define CONVERSION_AFTER(first, name)                                                                                  \
+#define CONVERSION(name)                                                                                               \
     OC_BODY(name);                                                                                                     \
     extern "C" OC_EXPORT rcode name(zmf_map_ctx ctx, const zmf_datatree *node, zmf_datatree *tree) {                   \
         assert(NULL != ctx);                                                                                           \
         static constinit ocoptical::frame f = OC_FRAME;                                                                \
-        first(ctx);                                                                                                    \
         return ocoptical::framed(f, OC_JOIN(name, _body), ctx, node, tree);                                            \
     }                                                                                                                  \
     OC_BODY(name)
@@ -132,7 +128,5 @@ const char *framed_value(frame &f, value_body_fn body, zmf_map_ctx ctx, const zm
         return ocoptical::framed_value(f, OC_JOIN(name, _body), ctx, node);                                            \
     }                                                                                                                  \
     OC_VALUE_BODY(name)
-
-inline void nothing_first(zmf_map_ctx /*ctx*/) {}
 
 } // namespace ocoptical

@@ -20,7 +20,7 @@ bool config_gate_is_open(zmf_map_ctx ctx) {
 }
 
 bool wants_state(zmf_map_ctx ctx) {
-    return request_kind(ctx) == OP_GET;
+    return is_get(ctx);
 }
 
 } // namespace ocoptical

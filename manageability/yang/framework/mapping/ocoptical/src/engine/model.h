@@ -203,4 +203,8 @@ inline child_range children_of(const model_node &parent) {
     return child_range(parent);
 }
 
+inline const model_node &first_child(const model_node &parent) {
+    return *(&parent + 1);
+}
+
 } // namespace ocoptical

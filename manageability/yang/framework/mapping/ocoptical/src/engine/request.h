@@ -14,6 +14,10 @@ inline bool is_read(zmf_map_ctx ctx) {
     return kind == OP_GET_CONFIG || kind == OP_GET;
 }
 
+inline bool is_get(zmf_map_ctx ctx) {
+    return request_kind(ctx) == OP_GET;
+}
+
 inline bool needs_keys(zmf_map_ctx ctx) {
     const uint32_t kind = request_kind(ctx);
     return kind < 16 && ((ZMF_KEYED_KINDS >> kind) & 1u) != 0;

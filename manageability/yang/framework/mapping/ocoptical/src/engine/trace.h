@@ -41,7 +41,7 @@ struct trace_point {
     uint32_t *filter_word;
 };
 
-void ring_line(zmf_map_ctx ctx, const log_text &text, const trace_point &at, ...);
+void ring_line(const trace_point &at, const log_text &text, zmf_map_ctx ctx, ...);
 
 template <typename... Arguments>
 [[gnu::always_inline]] inline void log_statement(zmf_map_ctx ctx, const trace_point &at, const log_text &text,
@@ -51,7 +51,7 @@ template <typename... Arguments>
                                text.debug, static_cast<void *>(ctx), arguments...);
     }
     if (ctx->ring_trace_on) [[unlikely]] {
-        ring_line(ctx, text, at, arguments...);
+        ring_line(at, text, ctx, arguments...);
     }
 }
 
@@ -68,10 +68,9 @@ template <typename... Arguments>
 // Marks the error path and gives the status of a null node or tree; its statement bears `at`.
 rcode refuse_arguments(zmf_map_ctx ctx, const trace_point &at);
 
-// The client's text: the old one is released, a copy of `text` takes its place. A null text leaves none.
-void set_err_msg(zmf_map_ctx ctx, const char *text, const char *memory_tag = "ZMF MAP");
-
-// The client's second text, likewise.
-void set_err_info(zmf_map_ctx ctx, const char *text);
+// A text for "%s", which takes no null.
+inline const char *shown(const char *text) {
+    return text != nullptr ? text : "(null)";
+}
 
 } // namespace ocoptical

@@ -2,8 +2,6 @@
 #include "engine/up.h"
 
 #include "engine/config_gate.h"
-#include "namespaces.h"
-#include "utility/paths.h"
 
 namespace ocoptical {
 
@@ -61,10 +59,6 @@ rcode add_identity_up(zmf_map_ctx ctx, const zmf_datatree *node, zmf_datatree *t
         }
         return status;
     });
-}
-
-rcode repair_optical_channel_namespace(zmf_map_ctx ctx, zmf_datatree *tree) {
-    return zmf_map_datatree_update_namespace(ctx, tree, OC_OPTICAL_CHANNEL, ZMF_NS_OC_TERMINAL_DEVICE, 1);
 }
 
 } // namespace ocoptical

@@ -25,7 +25,4 @@ rcode add_text_up(zmf_map_ctx ctx, zmf_datatree *tree, const up_leaf &to, const 
 rcode add_identity_up(zmf_map_ctx ctx, const zmf_datatree *node, zmf_datatree *tree, const up_leaf &to,
                       zmf_value_fn value, const char *value_ns, const char *memory_tag);
 
-// Gives the optical-channel container, which an add of another module may have made, its own namespace.
-rcode repair_optical_channel_namespace(zmf_map_ctx ctx, zmf_datatree *tree);
-
 } // namespace ocoptical

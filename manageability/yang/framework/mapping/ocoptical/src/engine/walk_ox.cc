@@ -1,6 +1,7 @@
 // The walkers of requests: one function for each idea of the descent. To add a kind of node, add its walker to walk_ox.
 #include "engine/walk_ox.h"
 
+#include "engine/client_text.h"
 #include "engine/request.h"
 #include "engine/trace.h"
 #include "engine/walk.h"
@@ -9,36 +10,15 @@ namespace ocoptical {
 
 namespace {
 
-// A hidden subtree and how to give it back.
-struct hidden_children {
-    subtree kept;
-
-    explicit hidden_children(zmf_datatree *node) {
-        kept = {node->children, node->child_count, node->has_children != 0};
-        if (kept.present) {
-            node->children = nullptr;
-            node->child_count = 0;
-            node->has_children = 0;
-        }
-    }
-
-    void give_back(zmf_datatree *node) const {
-        if (kept.present) {
-            node->children = kept.children;
-            node->child_count = kept.count;
-            node->has_children = 1;
-        }
-    }
-};
-
 // What a list walker knows of the keys of an entry.
 struct key_findings {
-    uint32_t nodes = 0;         // key nodes
-    uint32_t valued = 0;        // key nodes with a value
+    uint32_t nodes = 0;         // key nodes that the first scan found
+    bool with_value = false;    // a key node with a value
     bool without_value = false; // a key node without one
     bool non_key_child = false; // any child that is no key
 
-    bool only_keys() const { return valued != 0 && !without_value && !non_key_child; }
+    bool only_keys() const { return with_value && !without_value && !non_key_child; }
+    void note_value(const zmf_datatree *key) { (key->has_value ? with_value : without_value) = true; }
 };
 
 bool falls_through(zmf_map_ctx ctx) {
@@ -52,6 +32,55 @@ bool is_read_or_delete(zmf_map_ctx ctx, const zmf_datatree *node) {
 void write_op(zmf_datatree *node, uint32_t op) {
     node->op = op;
     node->op_explicit = 1;
+}
+
+// An operation that is written for a while.
+struct kept_op {
+    uint32_t op;
+    uint32_t op_explicit : 1;
+};
+
+kept_op keep_op(const zmf_datatree *node) {
+    return {node->op, node->op_explicit};
+}
+
+void restore_op(zmf_datatree *node, const kept_op &kept) {
+    node->op = kept.op;
+    node->op_explicit = kept.op_explicit;
+}
+
+// Below a delete the targets may be missing. True if the node gets its delete back afterwards.
+bool soften_delete(zmf_datatree *node) {
+    const bool softened = node->op == OP_DELETE;
+    if (softened) {
+        write_op(node, OP_REMOVE);
+    }
+    return softened;
+}
+
+void restore_delete(zmf_datatree *node, bool softened) {
+    if (softened) {
+        write_op(node, OP_DELETE);
+    }
+}
+
+subtree hide_children(zmf_datatree *node) {
+    const subtree hidden = {node->children, node->child_count, node->has_children != 0};
+    if (hidden.present) {
+        node->children = nullptr;
+        node->child_count = 0;
+        node->has_children = 0;
+    }
+    return hidden;
+}
+
+// All of them, also where a fall-through counted none.
+void give_back_children(zmf_datatree *node, const subtree &hidden) {
+    if (hidden.present) {
+        node->children = hidden.children;
+        node->child_count = hidden.count;
+        node->has_children = 1;
+    }
 }
 
 void set_schema_kind(zmf_datatree *node, uint32_t kind) {
@@ -70,7 +99,7 @@ bool is_key(const model_node &model) {
 
 // Nodes of operational data are neither matched nor fallen through in any other request.
 bool is_walked(zmf_map_ctx ctx, const model_node &model) {
-    return !model.only_get || request_kind(ctx) == OP_GET;
+    return !model.only_get || is_get(ctx);
 }
 
 const model_node *match(zmf_map_ctx ctx, const model_node &model, const char *tag) {
@@ -142,6 +171,12 @@ void end_replace(zmf_map_ctx ctx, zmf_datatree *node) {
 
 // Falling through: the node stands for all of its children.
 
+// What a list walker tells the fall-through of an entry.
+struct entry_delete {
+    bool wanted; // the request node is a delete
+    bool by_key; // and its callback was told so beforehand: the entry goes by its keys alone
+};
+
 // True if this call began it, so that only the outermost walker ends it.
 bool begin_fall_through(zmf_map_ctx ctx) {
     if (falls_through(ctx)) {
@@ -159,20 +194,18 @@ void end_fall_through(zmf_map_ctx ctx, bool begun_here) {
     ctx->req_ctx->filter_bits &= ~(FILTER_CONTENT | FILTER_SELECTION);
 }
 
-enum class which_children : uint8_t { keys, all_but_state, state, non_keys, non_keys_but_state };
+enum class which_children : uint8_t { keys, non_keys, non_keys_but_state, state };
 
 bool takes_part(const model_node &child, which_children which) {
     switch (which) {
     case which_children::keys:
         return is_key(child);
-    case which_children::all_but_state:
-        return !child.is_state;
-    case which_children::state:
-        return child.is_state;
     case which_children::non_keys:
         return !is_key(child);
     case which_children::non_keys_but_state:
         return !is_key(child) && !child.is_state;
+    case which_children::state:
+        return child.is_state;
     }
     return false;
 }
@@ -188,14 +221,9 @@ void fall_to(zmf_map_ctx ctx, const model_node &model, which_children which, zmf
 
 void fall_through_container(zmf_map_ctx ctx, const model_node &model, zmf_datatree *node, zmf_datatree *tree) {
     const bool begun_here = begin_fall_through(ctx);
-    const bool removed = zmf_map_is_request_delete(node) && node->op == OP_DELETE;
-    if (removed) {
-        write_op(node, OP_REMOVE);
-    }
-    fall_to(ctx, model, which_children::all_but_state, node, tree);
-    if (removed) {
-        write_op(node, OP_DELETE);
-    }
+    const bool softened = soften_delete(node);
+    fall_to(ctx, model, which_children::non_keys_but_state, node, tree);
+    restore_delete(node, softened);
     fall_to(ctx, model, which_children::state, node, tree);
     (void)model.augments(ctx, node, tree);
     end_fall_through(ctx, begun_here);
@@ -203,46 +231,42 @@ void fall_through_container(zmf_map_ctx ctx, const model_node &model, zmf_datatr
 
 // An entry named by its keys alone: all that is below it.
 void fall_through_keyed_entry(zmf_map_ctx ctx, const model_node &model, zmf_datatree *entry, const subtree &below,
-                              bool is_delete, bool delete_ran, zmf_datatree *tree) {
+                              const entry_delete &deleted, zmf_datatree *tree) {
     const bool begun_here = begin_fall_through(ctx);
     const uint32_t delete_walk = ctx->req_ctx->delete_walk;
-    if (delete_ran) {
+    if (deleted.by_key) {
         ctx->req_ctx->delete_walk = 1;
     }
-    const uint32_t op = entry->op;
-    if (is_delete) {
+    const kept_op kept = keep_op(entry);
+    if (deleted.wanted) {
         write_op(entry, OP_REMOVE);
     }
     zmf_map_util_itree_stack_push(ctx, below.children, below.count, nullptr);
-    const hidden_children hidden(entry);
+    const subtree hidden = hide_children(entry);
     fall_to(ctx, model, which_children::non_keys, entry, tree);
     (void)model.augments(ctx, entry, tree);
     end_fall_through(ctx, begun_here);
     ctx->req_ctx->delete_walk = delete_walk;
-    hidden.give_back(entry);
+    give_back_children(entry, hidden);
     zmf_map_util_itree_stack_pop(ctx);
-    if (is_delete) {
-        write_op(entry, op);
+    if (deleted.wanted) {
+        restore_op(entry, kept);
+        entry->op_explicit = 1;
     }
 }
 
 // An entry with nothing in it, not even a key: all entries.
-void fall_through_empty_entry(zmf_map_ctx ctx, const model_node &model, zmf_datatree *entry, bool is_delete,
-                              zmf_datatree *tree) {
+void fall_through_empty_entry(zmf_map_ctx ctx, const model_node &model, zmf_datatree *entry,
+                              const entry_delete &deleted, zmf_datatree *tree) {
     const bool begun_here = begin_fall_through(ctx);
     const uint32_t delete_walk = ctx->req_ctx->delete_walk;
-    if (is_delete && delete_walk == 0) {
+    if (deleted.wanted && delete_walk == 0) {
         ctx->req_ctx->delete_walk = 1;
     }
-    const bool removed = is_delete && entry->op == OP_DELETE;
-    if (removed) {
-        write_op(entry, OP_REMOVE);
-    }
+    const bool softened = deleted.wanted && soften_delete(entry);
     fall_to(ctx, model, which_children::keys, entry, tree);
     fall_to(ctx, model, which_children::non_keys_but_state, entry, tree);
-    if (removed) {
-        write_op(entry, OP_DELETE);
-    }
+    restore_delete(entry, softened);
     fall_to(ctx, model, which_children::state, entry, tree);
     (void)model.augments(ctx, entry, tree);
     end_fall_through(ctx, begun_here);
@@ -308,6 +332,22 @@ rcode walk_container_body(zmf_map_ctx ctx, const model_node &model, zmf_datatree
     return status;
 }
 
+// The delete half of a replace: the node without its children.
+rcode walk_container_delete_half(zmf_map_ctx ctx, const model_node &model, zmf_datatree *node, zmf_datatree *tree) {
+    begin_replace(ctx, node);
+    const subtree hidden = hide_children(node);
+    rcode status = model.callback.container(ctx, node, 0, tree);
+    if (status == RC_NOT_MAPPED) {
+        status = RC_OK;
+    } else {
+        status = walk_container_body(ctx, model, node, {}, 0, status, tree);
+    }
+    end_delete_pass(ctx, node);
+    ctx->req_ctx->pass_flags |= PASS_ADD;
+    give_back_children(node, hidden);
+    return status;
+}
+
 rcode walk_container(zmf_map_ctx ctx, const model_node &model, zmf_datatree *node, zmf_datatree *tree) {
     zmf_req_ctx *request = ctx->req_ctx;
     subtree below;
@@ -329,36 +369,22 @@ rcode walk_container(zmf_map_ctx ctx, const model_node &model, zmf_datatree *nod
     if (outer) {
         enter(ctx, node, ZMF_HIER_CONTAINER, ZMF_KIND_CONTAINER);
     }
-
     const bool split = node->op == OP_REPLACE;
     if (split) {
-        begin_replace(ctx, node);
-        const hidden_children hidden(node);
-        status = model.callback.container(ctx, node, 0, tree);
-        if (status == RC_NOT_MAPPED) {
-            status = RC_OK;
-        } else {
-            status = walk_container_body(ctx, model, node, below, 0, status, tree);
-        }
-        end_delete_pass(ctx, node);
-        request->pass_flags |= PASS_ADD;
-        hidden.give_back(node);
+        status = walk_container_delete_half(ctx, model, node, tree);
     }
     if (status == RC_OK) {
         status = model.callback.container(ctx, node, below.count, tree);
     }
-    if (status == RC_NOT_MAPPED && (request->pass_flags & PASS_DELETE) == 0) {
+    const bool not_mapped = status == RC_NOT_MAPPED;
+    if (not_mapped && (request->pass_flags & PASS_DELETE) == 0) {
         // Stops the descent at once: a replace is left as it stands.
         if (outer) {
             zmf_map_remove_from_node_hierarchy(ctx, node);
         }
         return RC_OK;
     }
-    if (status == RC_NOT_MAPPED) {
-        status = RC_OK;
-    } else {
-        status = walk_container_body(ctx, model, node, below, below.count, status, tree);
-    }
+    status = not_mapped ? RC_OK : walk_container_body(ctx, model, node, below, below.count, status, tree);
     if (split) {
         end_replace(ctx, node);
     }
@@ -398,11 +424,7 @@ rcode scan_keys(zmf_map_ctx ctx, const model_node &model, zmf_datatree *node, co
         }
         mark_key(child);
         ++found->nodes;
-        if (child->has_value) {
-            ++found->valued;
-        } else {
-            found->without_value = true;
-        }
+        found->note_value(child);
     }
     return RC_OK;
 }
@@ -412,11 +434,11 @@ rcode check_key_count(zmf_map_ctx ctx, const model_node &model, const subtree &b
     if (model.keys != 1 || below.count == 0 || falls_through(ctx) || ctx->req_ctx->delete_walk != 0) {
         return RC_OK;
     }
-    if (needs_keys(ctx) ? found.nodes == 1 && found.valued == 1 : found.nodes <= 1) {
+    if (needs_keys(ctx) ? found.nodes == 1 && !found.without_value : found.nodes <= 1) {
         return RC_OK;
     }
     WALK_TRACE(ERR("List key node error."));
-    return refuse_key(ctx, (*children_of(model).begin()).tag);
+    return refuse_key(ctx, first_child(model).tag);
 }
 
 rcode walk_entry_key(zmf_map_ctx ctx, const model_node &model, const model_node &key, zmf_datatree *child,
@@ -432,11 +454,7 @@ rcode walk_entry_key(zmf_map_ctx ctx, const model_node &model, const model_node 
     }
     const rcode status = walk_ox(ctx, key, child, tree);
     mark_key(child);
-    if (child->has_value) {
-        ++found->valued;
-    } else {
-        found->without_value = true;
-    }
+    found->note_value(child);
     return status;
 }
 
@@ -465,84 +483,99 @@ rcode walk_entry_children(zmf_map_ctx ctx, const model_node &model, const subtre
     return status;
 }
 
-// A list node under walk: the request node, and the frame of entries that the callback may have put in its place.
+// A list node under walk.
 struct list_walk {
     zmf_datatree *node;
     subtree below;
-    key_findings keys; // of the request node
-    zmf_itree_frame *frame = nullptr;
+    key_findings keys;
+};
+
+// One pass over it: entries that the callback put in place of the request node, and what a delete came to.
+struct list_pass {
+    bool framed = false;
+    zmf_itree_frame frame = {}; // a copy: walking an entry pushes on the framework's stack
+    bool deletes_by_key = false;
+    bool deletes_all = false;
 };
 
 // Calls the list callback. An entry that is deleted by its keys alone, or all entries at once, are told it beforehand.
-rcode call_list(zmf_map_ctx ctx, const model_node &model, const list_walk &list, bool *delete_ran, bool *delete_set,
-                zmf_datatree *tree) {
+rcode call_list(zmf_map_ctx ctx, const model_node &model, const list_walk &list, list_pass *pass, zmf_datatree *tree) {
     zmf_req_ctx *request = ctx->req_ctx;
     if (request->delete_walk == 0 && zmf_map_is_request_delete(list.node)) {
         if (!list.keys.non_key_child && list.keys.nodes != 0) {
             request->delete_walk = 2;
-            *delete_ran = true;
+            pass->deletes_by_key = true;
         } else if (list.below.count == 0 && falls_through(ctx)) {
             request->delete_walk = 1;
-            *delete_set = true;
+            pass->deletes_all = true;
         }
     }
     const rcode status = model.callback.node(ctx, list.node, tree);
-    if (*delete_ran) {
+    if (pass->deletes_by_key) {
         request->delete_walk = 0;
     }
     return status;
 }
 
-// One entry: the request node itself, or a node of the frame.
-rcode walk_entry(zmf_map_ctx ctx, const model_node &model, const list_walk &list, zmf_datatree *entry, bool delete_ran,
-                 zmf_datatree *tree) {
-    const bool framed = list.frame != nullptr;
-    if (framed && list.frame->fn != nullptr) {
-        if (zmf_map_is_request_delete(list.node)) {
-            write_op(entry, OP_REMOVE);
-        }
-        const rcode status = list.frame->fn(ctx, entry, tree, 0);
-        if (status != RC_OK) {
-            return status;
-        }
-    }
+// What stands below an entry, walked by what the client named there.
+rcode walk_entry_subtree(zmf_map_ctx ctx, const model_node &model, const list_walk &list, const list_pass &pass,
+                         zmf_datatree *entry, zmf_datatree *tree) {
     subtree below = list.below;
     key_findings found = list.keys;
-    if (framed) {
+    rcode status = RC_OK;
+    if (pass.framed) {
         below = {};
         found = {};
-        const rcode status = take_subtree(ctx, model, entry, &below);
-        if (status != RC_OK) {
-            return status;
-        }
+        status = take_subtree(ctx, model, entry, &below);
     }
-    const rcode status = walk_entry_children(ctx, model, below, &found, tree);
-    if (status != RC_OK) {
+    if (status == RC_OK) {
+        status = walk_entry_children(ctx, model, below, &found, tree);
+    }
+    if (status != RC_OK || !(found.only_keys() || below.count == 0) || !is_read_or_delete(ctx, list.node)) {
         return status;
     }
-    if (found.only_keys() && is_read_or_delete(ctx, list.node)) {
-        fall_through_keyed_entry(ctx, model, entry, below, zmf_map_is_request_delete(list.node), delete_ran, tree);
-    } else if (below.count == 0 && is_read_or_delete(ctx, list.node)) {
-        fall_through_empty_entry(ctx, model, entry, zmf_map_is_request_delete(list.node), tree);
+    const entry_delete deleted = {zmf_map_is_request_delete(list.node), pass.deletes_by_key};
+    if (below.count == 0) {
+        fall_through_empty_entry(ctx, model, entry, deleted, tree);
+    } else {
+        fall_through_keyed_entry(ctx, model, entry, below, deleted, tree);
     }
     return RC_OK;
 }
 
-rcode walk_entries(zmf_map_ctx ctx, const model_node &model, const list_walk &list, bool delete_ran,
-                   zmf_datatree *tree) {
-    if (list.frame == nullptr) {
-        return walk_entry(ctx, model, list, list.node, delete_ran, tree);
+// One entry of a frame, or the request node itself.
+rcode walk_entry(zmf_map_ctx ctx, const model_node &model, const list_walk &list, const list_pass &pass,
+                 zmf_datatree *entry, zmf_datatree *tree) {
+    if (!pass.framed || pass.frame.fn == nullptr) {
+        return walk_entry_subtree(ctx, model, list, pass, entry, tree);
     }
-    const uint32_t count = list.frame->nodes != nullptr ? list.frame->count : 0;
+    const kept_op kept = keep_op(entry);
+    if (zmf_map_is_request_delete(list.node)) {
+        write_op(entry, OP_REMOVE);
+    }
+    rcode status = pass.frame.fn(ctx, entry, tree, 0);
+    if (status == RC_OK) {
+        status = walk_entry_subtree(ctx, model, list, pass, entry, tree);
+    }
+    restore_op(entry, kept);
+    return status;
+}
+
+rcode walk_entries(zmf_map_ctx ctx, const model_node &model, const list_walk &list, const list_pass &pass,
+                   zmf_datatree *tree) {
+    if (!pass.framed) {
+        return walk_entry(ctx, model, list, pass, list.node, tree);
+    }
+    const uint32_t count = pass.frame.nodes != nullptr ? pass.frame.count : 0;
     rcode status = RC_OK;
     for (uint32_t at = 0; at < count && status == RC_OK; ++at) {
-        zmf_datatree *entry = &list.frame->nodes[at];
-        if (at != 0) {
+        zmf_datatree *entry = &pass.frame.nodes[at];
+        if (at != 0) { // the first stands where the request node was pushed
             zmf_map_add_to_node_hierarchy(ctx, entry, ZMF_HIER_LIST);
             status = zmf_map_update_current_list_node(ctx, model.list_path);
         }
         if (status == RC_OK) {
-            status = walk_entry(ctx, model, list, entry, delete_ran, tree);
+            status = walk_entry(ctx, model, list, pass, entry, tree);
         }
         if (at != 0) {
             zmf_map_remove_from_node_hierarchy(ctx, entry);
@@ -572,28 +605,42 @@ rcode ask_for_keys(zmf_map_ctx ctx, const model_node &model, const list_walk &li
     return status;
 }
 
-rcode walk_list_pass(zmf_map_ctx ctx, const model_node &model, list_walk *list, zmf_datatree *tree) {
-    const auto frames = [ctx] { return static_cast<uint16_t>(zmf_map_util_itree_stack_size(ctx)); };
-    const uint16_t frames_before = frames();
-    bool delete_ran = false;
-    bool delete_set = false;
-    rcode status = call_list(ctx, model, *list, &delete_ran, &delete_set, tree);
+uint16_t frames_on_stack(zmf_map_ctx ctx) {
+    return static_cast<uint16_t>(zmf_map_util_itree_stack_size(ctx));
+}
+
+void take_frame(zmf_map_ctx ctx, list_pass *pass) {
+    zmf_itree_frame *top = nullptr;
+    zmf_map_util_itree_stack_peak(ctx, &top);
+    if (top != nullptr) {
+        pass->framed = true;
+        pass->frame = *top;
+    }
+}
+
+rcode walk_list_pass(zmf_map_ctx ctx, const model_node &model, const list_walk &list, zmf_datatree *tree) {
+    list_pass pass;
+    const uint16_t frames_before = frames_on_stack(ctx);
+    rcode status = call_list(ctx, model, list, &pass, tree);
     if (status == RC_NOT_MAPPED) {
         status = RC_OK;
     } else {
-        if (frames() > frames_before) {
-            zmf_map_util_itree_stack_peak(ctx, &list->frame);
+        if (frames_on_stack(ctx) > frames_before) {
+            take_frame(ctx, &pass);
         }
         if (status == RC_OK) {
-            ctx->last_key_op = list->node->op_explicit ? list->node->op : 0;
-            status = walk_entries(ctx, model, *list, delete_ran, tree);
+            ctx->last_key_op = list.node->op_explicit ? list.node->op : 0;
+            status = walk_entries(ctx, model, list, pass, tree);
         }
         if (status == RC_OK) {
-            status = ask_for_keys(ctx, model, *list);
+            status = ask_for_keys(ctx, model, list);
         }
     }
-    if (delete_set) {
+    if (pass.deletes_all) {
         ctx->req_ctx->delete_walk = 0;
+    }
+    if (pass.frame.nodes != nullptr) { // each half of a replace gives back its own
+        zmf_map_util_itree_stack_pop(ctx);
     }
     return status;
 }
@@ -605,11 +652,11 @@ rcode walk_list_passes(zmf_map_ctx ctx, const model_node &model, list_walk *list
         begin_replace(ctx, list->node);
         list->keys.without_value = false;
         list->keys.non_key_child = false;
-        status = walk_list_pass(ctx, model, list, tree);
+        status = walk_list_pass(ctx, model, *list, tree);
         end_delete_pass(ctx, list->node);
     }
     if (status == RC_OK) {
-        status = walk_list_pass(ctx, model, list, tree);
+        status = walk_list_pass(ctx, model, *list, tree);
     }
     if (split) {
         end_replace(ctx, list->node);
@@ -642,11 +689,8 @@ rcode walk_list(zmf_map_ctx ctx, const model_node &model, zmf_datatree *node, zm
     if (status == RC_OK) {
         status = check_key_count(ctx, model, list.below, list.keys);
     }
-    if (status == RC_OK) {
+    if (status == RC_OK) { // a replace whose keys are refused is not begun
         status = walk_list_passes(ctx, model, &list, tree);
-    }
-    if (list.frame != nullptr && list.frame->nodes != nullptr) {
-        zmf_map_util_itree_stack_pop(ctx);
     }
     if (outer) {
         zmf_map_remove_from_node_hierarchy(ctx, node);
@@ -677,26 +721,20 @@ rcode enter_augment_ox(zmf_map_ctx ctx, const model_node &model, zmf_datatree *n
     if (status != RC_OK) {
         return status;
     }
-    const model_node &top = *children_of(model).begin();
-    WALK_TRACE(TRC("Processing tag '%s'"), node->tag != nullptr ? node->tag : "(null)");
+    WALK_TRACE(TRC("Processing tag '%s'"), shown(node->tag));
     if (node->tag == nullptr) {
         status = note_missing_tag(ctx, model);
-    } else if (zmf_map_do_these_match(node->tag, top.tag)) {
-        status = walk_ox(ctx, top, node, tree);
+    } else if (const model_node *known = match(ctx, model, node->tag)) {
+        status = walk_ox(ctx, *known, node, tree);
     } else {
         status = walk_unknown(ctx, model, node, tree);
     }
     // An empty augmenting node means all of it.
     const uint32_t count = node->has_children ? node->child_count : 0;
     if (status == RC_OK && count == 0 && is_read_or_delete(ctx, node)) {
-        const bool removed = zmf_map_is_request_delete(node) && node->op == OP_DELETE;
-        if (removed) {
-            write_op(node, OP_REMOVE);
-        }
-        (void)walk_ox(ctx, top, node, tree);
-        if (removed) {
-            write_op(node, OP_DELETE);
-        }
+        const bool softened = soften_delete(node);
+        fall_to(ctx, model, which_children::non_keys, node, tree);
+        restore_delete(node, softened);
         (void)model.augments(ctx, node, tree);
     }
     WALK_TRACE(TRC("End"));

@@ -16,7 +16,7 @@ rcode visit(zmf_map_ctx ctx, const model_node &model, zmf_datatree *node, zmf_da
 
 const model_node *match(zmf_map_ctx ctx, const model_node &model, const char *tag) {
     for (const model_node &child : children_of(model)) {
-        if ((!child.only_get || request_kind(ctx) == OP_GET) && zmf_map_do_these_match(tag, child.tag)) {
+        if ((!child.only_get || is_get(ctx)) && zmf_map_do_these_match(tag, child.tag)) {
             return &child;
         }
     }
@@ -28,7 +28,7 @@ rcode walk_unknown(zmf_map_ctx ctx, const model_node &model, zmf_datatree *node,
         return model.augments(ctx, node, tree);
     }
     if (model.names_ignored_tag) {
-        WALK_TRACE(TRC("Unsupported tag `%s`. Ignoring."), node->tag);
+        WALK_TRACE(TRC("Unsupported tag `%s`. Ignoring."), shown(node->tag));
     } else {
         WALK_TRACE(TRC("Unsupported tag. Ignoring."));
     }
@@ -126,7 +126,7 @@ rcode enter_augment_xo(zmf_map_ctx ctx, const model_node &model, zmf_datatree *n
     subtree below;
     status = take_subtree(ctx, model, node, &below);
     if (status == RC_OK) {
-        WALK_TRACE(TRC("Processing tag '%s'"), node->tag != nullptr ? node->tag : "(null)");
+        WALK_TRACE(TRC("Processing tag '%s'"), shown(node->tag));
         if (node->tag == nullptr) {
             status = note_missing_tag(ctx, model);
         }

@@ -9,6 +9,6 @@ namespace ocoptical {
 rcode walk_xo(zmf_map_ctx ctx, const model_node &model, zmf_datatree *node, zmf_datatree *tree);
 
 // Walks the one node that augments another model; its row is the model's augment entry.
-rcode enter_augment_xo(zmf_map_ctx ctx, const model_node &entry, zmf_datatree *node, zmf_datatree *tree);
+rcode enter_augment_xo(zmf_map_ctx ctx, const model_node &model, zmf_datatree *node, zmf_datatree *tree);
 
 } // namespace ocoptical

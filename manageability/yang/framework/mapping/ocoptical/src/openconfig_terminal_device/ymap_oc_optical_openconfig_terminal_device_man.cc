@@ -21,14 +21,10 @@ constexpr range channel_index_range{1, 100000};
 
 constexpr target channel{CFG, NATIVE_CHANNEL};
 constexpr target channel_index{CFG, NATIVE_CHANNEL "/channel-index"};
-constexpr target controller{otu_oper, "/otu/controllers/controller"};
-constexpr target controller_name{otu_oper, "/otu/controllers/controller/controller-name"};
-constexpr target interface { ethernet_oper, "/ethernet-interface/interfaces/interface" };
-constexpr target interface_name{ethernet_oper, "/ethernet-interface/interfaces/interface/interface-name"};
-
-void clear_logical_index(zmf_map_ctx ctx) {
-    ctx->req_ctx->logical_index = 0;
-}
+constexpr target controller{otu_oper, NATIVE_OTU_CONTROLLER};
+constexpr target controller_name{otu_oper, NATIVE_OTU_CONTROLLER "/controller-name"};
+constexpr target ethernet_interface{ethernet_oper, NATIVE_ETHERNET_INTERFACE};
+constexpr target interface_name{ethernet_oper, NATIVE_ETHERNET_INTERFACE "/interface-name"};
 
 // The sibling module takes part in an edit where there is no optical terminal device.
 bool wants_sibling(zmf_map_ctx ctx) {
@@ -52,23 +48,31 @@ rcode open_carriers(zmf_map_ctx ctx, zmf_datatree *tree) {
     const rcode status = zmf_map_get_node_info(ctx, OC_CHANNEL, "index", &index);
     if (index == nullptr) {
         (void)add_list(ctx, tree, controller);
-        return add_list(ctx, tree, interface);
+        return add_list(ctx, tree, ethernet_interface);
     }
     char name[text_size] = "";
     const uint32_t itype = oc_optical_convert_logical_index_to_interface(index, name);
     (void)scan_number(index, &ctx->req_ctx->logical_index);
     if (itype == ITYPE_ETHERNET) {
-        return add_list(ctx, tree, interface);
+        return add_list(ctx, tree, ethernet_interface);
     }
     return is_otu_class(itype) ? add_list(ctx, tree, controller) : status;
 }
 
+rcode enter_channel(zmf_map_ctx ctx, const zmf_datatree *node, zmf_datatree *tree, const char * /*oc_self*/) {
+    const rcode status = open_channel(ctx, node, tree);
+    return is_get(ctx) ? open_carriers(ctx, tree) : status;
+}
+
 } // namespace
 
-CONVERSION_AFTER(clear_logical_index,
-                 ymap_ox_oc_optical_openconfigterminaldevice_list_lvla_terminaldevice_logicalchannels_channel) {
-    const rcode status = open_channel(ctx, node, tree);
-    return request_kind(ctx) == OP_GET ? open_carriers(ctx, tree) : status;
+// By hand down to its frame: the number of the entry before is forgotten even where the arguments are refused.
+extern "C" OC_EXPORT rcode ymap_ox_oc_optical_openconfigterminaldevice_list_lvla_terminaldevice_logicalchannels_channel(
+    zmf_map_ctx ctx, const zmf_datatree *node, zmf_datatree *tree) {
+    assert(NULL != ctx);
+    static constinit frame f = OC_FRAME;
+    ctx->req_ctx->logical_index = 0;
+    return framed(f, enter_channel, ctx, node, tree);
 }
 
 CONVERSION(ymap_ox_oc_optical_openconfigterminaldevice_leaf_lvla_terminaldevice_channel_index) {
@@ -81,12 +85,13 @@ CONVERSION(ymap_ox_oc_optical_openconfigterminaldevice_leaf_lvla_terminaldevice_
     }
     ctx->req_ctx->logical_index = index;
     if (!is_read(ctx)) {
-        return add(ctx, tree, channel_index, node->value, node); // a key keeps its value in a delete
+        (void)zmf_map_is_request_delete(node); // asked and not heeded: a key keeps its value in a delete
+        return add(ctx, tree, channel_index, node->value, node);
     }
     (void)add(ctx, tree, channel_index, node->value);
     (void)add_list(ctx, tree, controller);
-    const rcode status = add_list(ctx, tree, interface);
-    if (request_kind(ctx) != OP_GET) {
+    const rcode status = add_list(ctx, tree, ethernet_interface);
+    if (!is_get(ctx)) {
         return status;
     }
     if (itype == ITYPE_ETHERNET) {

@@ -9,6 +9,7 @@
 #include <span>
 
 #include "engine/callback.h"
+#include "engine/client_text.h"
 #include "engine/request.h"
 #include "exported.h"
 #include "platform.h"
@@ -89,7 +90,7 @@ CONVERSION(oc_optical_trans_to_client_state) {
 
 // One value of a leaf-list: a delete names the value that it takes away.
 CONVERSION(oc_optical_phychan_to_ing_phychan) {
-    (void)zmf_map_is_request_delete(node);
+    (void)zmf_map_is_request_delete(node); // asked and not heeded
     return add_leaf_list(ctx, tree, ingress_physical_channel, node->value, is_read(ctx) ? nullptr : node);
 }
 

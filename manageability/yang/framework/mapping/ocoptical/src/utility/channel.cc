@@ -19,14 +19,14 @@ struct carrier_class {
 
 // The first that is found decides, so the last row never does.
 constexpr carrier_class carrier_classes[] = {
-    {"TenGigECtrlr", ITYPE_ETHERNET},     // 1
-    {"FortyGigECtrlr", ITYPE_ETHERNET},   // 2
-    {"HundredGigECtrlr", ITYPE_ETHERNET}, // 3
-    {"CoherentDSP", ITYPE_COHERENT_DSP},  // 4
-    {"ODU", ITYPE_ODU},                   // 5
-    {"OTU4", ITYPE_OTU4},                 // 6
-    {"HundredGigE", ITYPE_ETHERNET},      // 7
-    {"FourHundredGigE", ITYPE_ETHERNET},  // 8
+    {"TenGigECtrlr", ITYPE_ETHERNET},
+    {"FortyGigECtrlr", ITYPE_ETHERNET},
+    {"HundredGigECtrlr", ITYPE_ETHERNET},
+    {"CoherentDSP", ITYPE_COHERENT_DSP},
+    {"ODU", ITYPE_ODU},
+    {"OTU4", ITYPE_OTU4},
+    {"HundredGigE", ITYPE_ETHERNET},
+    {"FourHundredGigE", ITYPE_ETHERNET},
 };
 
 } // namespace

@@ -3,7 +3,7 @@
 
 #include <cstdio>
 
-#include "engine/trace.h"
+#include "engine/client_text.h"
 #include "utility/text.h"
 
 namespace ocoptical {
