@@ -1,10 +1,14 @@
-// The device description: what kind of router it is and what stands on it. Read from a JSON file (docs/device-file.md).
+// The device description: what kind of router it is, what stands on it, and what it is configured to. Kept in a JSON
+// file (docs/device-file.md).
 #pragma once
 
 #include <cstdint>
 #include <map>
 #include <string>
 #include <string_view>
+#include <vector>
+
+#include "device/native_data.h"
 
 namespace device {
 
@@ -13,6 +17,10 @@ struct description {
     bool optical_terminal_device = false;
     bool legacy_optical_terminal_device = false;
     std::map<uint32_t, std::string> channels; // logical channel number -> native name, "CoherentDSP0/0/0/1"
+    bool interface_registry = true;           // it answers
+    std::vector<std::string> interfaces;      // that the registry knows; their handles count from 1
+    record config;                            // native configuration
+    bool operator==(const description &) const = default;
 };
 
 // What is wrong with a description, and where.
@@ -26,6 +34,12 @@ struct description_error {
 description read_file(const std::string &file);
 description parse(std::string_view json, const std::string &name_for_errors);
 const description &lab(); // examples/lab.json, compiled in
+
+// What parse() makes the same description of.
+std::string to_json(const description &d);
+
+// Replaces a file, or makes it: whole, or not at all. Throws description_error, and the file is as it was.
+void write_file(const description &d, const std::string &file);
 
 // Makes `d` what hardware facts and the interface map answer from, until the next call. Not thread-safe.
 void install(const description &d);

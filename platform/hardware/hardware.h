@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 
 #include "platform.h"
@@ -15,9 +16,12 @@ struct facts {
     bool legacy_optical_terminal_device = false;
     std::unordered_map<uint32_t, std::string> name_of;    // channel -> "_" form, at most 63 characters
     std::unordered_map<std::string, uint32_t> channel_of; // "_" form -> channel
+    bool registry_reachable = true;                       // the interface registry answers
+    std::unordered_map<std::string, uint32_t> interfaces; // internal form of a name -> handle, not 0
 };
 
 facts &current();
-uint64_t sibling_calls(); // calls of tdmgr_ocoptical_dll_interaction since the process started
+std::string internal_name(std::string_view name); // of the interface registry
+uint64_t sibling_calls();                         // calls of tdmgr_ocoptical_dll_interaction since the process started
 
 } // namespace hardware

@@ -1,4 +1,4 @@
-// The models as tables: OpenConfig as a client sees it, and the native lists with their keys.
+// The models as tables: OpenConfig as a client sees it, and the native models as the device holds them.
 #pragma once
 
 #include <cstddef>
@@ -16,13 +16,13 @@ struct node {
     uint8_t depth;
     kind what;
     bool is_key;
-    bool is_config;         // false below `state` and in operational lists
-    type value;             // none for containers and lists
+    bool is_config; // false below `state` and in operational lists
+    type value;     // none for containers and lists
     const char *tag;
-    const char *module;     // "openconfig-terminal-device"
-    const char *callback;   // what stands behind "ymap_ox_oc_optical_": "openconfigterminaldevice_leaf_lvla_..."
-    const node *parent;     // null for a top node
-    uint32_t end;           // index one past the subtree
+    const char *module;   // "openconfig-terminal-device"
+    const char *callback; // what stands behind "ymap_ox_oc_optical_": "openconfigterminaldevice_leaf_lvla_..."
+    const node *parent;   // null for a top node
+    uint32_t end;         // index one past the subtree
 };
 
 // One OpenConfig tree: its rows, and the exported walker that takes its top node.
@@ -34,12 +34,30 @@ struct model {
     std::span<const node> nodes;
 };
 std::span<const model> models();
-const model *root_of(std::string_view top_tag, std::string_view ns);          // null: no such root
+const model *root_of(std::string_view top_tag, std::string_view ns);                // null: no such root
 const node *child(const node *parent_or_top, const model &m, std::string_view tag); // null parent: the top row
 
 // Modules known by name: OpenConfig, identity and native modules.
-const char *ns_of_module(std::string_view module);  // null: unknown
-const char *module_of_ns(std::string_view ns);      // null: unknown
+const char *ns_of_module(std::string_view module); // null: unknown
+const char *module_of_ns(std::string_view ns);     // null: unknown
+
+// One node of a native model. All native models stand in one table, one after the other, in model order, so that nodes
+// are ordered by their place; a subtree are the nodes from its top to `end`.
+struct native_node {
+    uint8_t depth;
+    kind what;
+    bool is_key;
+    bool is_config; // false: of an operational module, which a read of configuration never asks
+    type value;     // string or integer; none for containers and lists
+    const char *tag;
+    const char *module;
+    const native_node *parent; // null for a top container
+    const native_node *end;    // one past the subtree
+};
+std::span<const native_node> native_nodes();
+const native_node *native_child(const native_node *parent, std::string_view tag); // null parent: a top container
+const native_node *native_at(std::string_view path);                              // "/otu/controllers"; null: unknown
+std::span<const native_node> native_keys(const native_node *list);                // in order
 
 // Native lists: path without keys, module, keys in order.
 struct native_list {

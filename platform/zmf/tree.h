@@ -8,6 +8,10 @@
 
 #include "zmf.h"
 
+namespace schema {
+struct node;
+}
+
 namespace zmf {
 
 // A tree of contiguous child arrays, as walkers need it: a request, or a frozen answer. The nodes are writable (walkers
@@ -45,16 +49,16 @@ public:
     void close();
 
     size_t nodes() const noexcept;
-    uint32_t depth() const noexcept;   // open nodes
-    fixed_tree finish();               // every node is closed; the builder is empty afterwards
+    uint32_t depth() const noexcept; // open nodes
+    fixed_tree finish();             // every node is closed; the builder is empty afterwards
 
 private:
     struct state;
     std::unique_ptr<state> state_;
 };
 
-// An output tree: nodes in stable storage, one by one, found by hash. Grows through the operations of the framework only
-// (see session). Deleting the tree releases all of it.
+// An output tree: nodes in stable storage, one by one, found by hash. Grows through the operations of the framework
+// only (see session). Deleting the tree releases all of it.
 class output_tree {
 public:
     output_tree();
@@ -63,6 +67,7 @@ public:
     output_tree &operator=(const output_tree &) = delete;
 
     zmf_datatree *root() noexcept;
+    const zmf_datatree *root() const noexcept;
     size_t nodes() const noexcept; // without the root
     size_t bytes() const noexcept; // storage in use
     void limit(size_t bytes);      // an add that would need more answers rc_too_big
@@ -74,6 +79,12 @@ public:
     static bool is_list_entry(const zmf_datatree *node) noexcept;         // made by an add with list flag, or by key
     static bool is_key(const zmf_datatree *node) noexcept;                // a key leaf by the tables of platform/schema
     static bool has_source(const zmf_datatree *node) noexcept;            // an add with source made or last changed it
+    static bool is_leaf_list(const zmf_datatree *node) noexcept;          // by the tables of platform/schema
+    static uint32_t number(const zmf_datatree *node) noexcept; // from 1, in order of creation; the root has 0
+    static const schema::node *schema_node(const zmf_datatree *node) noexcept; // null: no OpenConfig table has it
+
+    // The node at an absolute path with keys; null: not there, or no path.
+    const zmf_datatree *find(const char *path);
 
     struct body;
     body *internals() noexcept { return body_.get(); }

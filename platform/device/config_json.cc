@@ -1,0 +1,260 @@
+// Reading and writing of native configuration.
+#include "device/config_json.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <iterator>
+
+#include "device/text.h"
+
+namespace device {
+namespace {
+
+using schema::native_node;
+
+std::string quoted(std::string_view written) {
+    return '"' + text::shortened(written) + '"';
+}
+
+const native_node *top_at(std::string_view name, size_t at) {
+    const size_t colon = name.find(':');
+    if (colon == std::string_view::npos)
+        throw json_text::refusal{at, quoted(name) + " is named without its module"};
+    const std::string_view module = name.substr(0, colon);
+    const auto nodes = schema::native_nodes();
+    const auto of_module = std::ranges::find(nodes, module, &native_node::module);
+    if (of_module == nodes.end())
+        throw json_text::refusal{at, "unknown module " + quoted(module)};
+    if (!of_module->is_config)
+        throw json_text::refusal{at, "module " + quoted(module) + " holds no configuration"};
+    const native_node *top = schema::native_child(nullptr, name.substr(colon + 1));
+    if (top == nullptr || top->module != module)
+        throw json_text::refusal{at, "unknown container " + quoted(name)};
+    return top;
+}
+
+[[noreturn]] void refuse_shape(const native_node &node, size_t at) {
+    const char *wanted = node.what == schema::kind::container   ? "an object"
+                         : node.what == schema::kind::list      ? "an array of objects"
+                         : node.what == schema::kind::leaf_list ? "an array of values"
+                                                                : "a value";
+    throw json_text::refusal{at, quoted(node.tag) + " takes " + wanted};
+}
+
+} // namespace
+
+record &config_reader::target() noexcept {
+    const auto entry = std::find_if(open_.rbegin(), open_.rend(), [](const frame &each) {
+        return each.node != nullptr && each.node->what == schema::kind::list && !each.is_array;
+    });
+    return entry == open_.rend() ? *into_ : entry->entry;
+}
+
+void config_reader::open_object(size_t at) {
+    if (open_.empty()) {
+        open_.push_back({nullptr, false, at, {}, {}});
+        return;
+    }
+    const native_node &node = open_.back().is_array ? *inner() : *named_;
+    if (node.what != (open_.back().is_array ? schema::kind::list : schema::kind::container))
+        refuse_shape(node, at);
+    open_.push_back({&node, false, at, {}, {}});
+    if (node.what == schema::kind::list)
+        open_.back().keys.resize(schema::native_keys(&node).size());
+}
+
+void config_reader::member(std::string_view name, size_t at) {
+    named_ = inner() == nullptr ? top_at(name, at) : schema::native_child(inner(), name);
+    if (named_ == nullptr)
+        throw json_text::refusal{at, "unknown member " + quoted(name) + " in " + quoted(inner()->tag)};
+}
+
+void config_reader::close_object(size_t) {
+    frame closed = std::move(open_.back());
+    open_.pop_back();
+    if (closed.node != nullptr && closed.node->what == schema::kind::list)
+        take_entry(closed);
+}
+
+void config_reader::open_array(size_t at) {
+    if (open_.back().is_array)
+        refuse_shape(*inner(), at);
+    if (named_->what != schema::kind::list && named_->what != schema::kind::leaf_list)
+        refuse_shape(*named_, at);
+    open_.push_back({named_, true, at, {}, {}});
+}
+
+void config_reader::close_array(size_t) {
+    open_.pop_back();
+}
+
+void config_reader::value(json_text::scalar what, std::string_view written, size_t at) {
+    const native_node &node = open_.back().is_array ? *inner() : *named_;
+    const bool is_value_of_list = open_.back().is_array && node.what == schema::kind::leaf_list;
+    if (what == json_text::scalar::null || !(is_value_of_list || node.what == schema::kind::leaf))
+        refuse_shape(node, at);
+    std::string kept;
+    if (!to_canonical(node, written, kept))
+        throw json_text::refusal{at, quoted(written) + " is no value of " + quoted(node.tag)};
+    if (node.is_key)
+        return set_key(std::move(kept), at);
+    if (!is_value_of_list)
+        return set_leaf(target(), node, std::move(kept));
+    if (has_value(target(), node, kept))
+        throw json_text::refusal{at, "value " + quoted(kept) + " stands twice in " + quoted(node.tag)};
+    add_value(target(), node, std::move(kept));
+}
+
+void config_reader::set_key(std::string value, size_t at) {
+    if (value.empty())
+        throw json_text::refusal{at, "key " + quoted(named_->tag) + " is empty"};
+    open_.back().keys[static_cast<size_t>(named_ - schema::native_keys(inner()).data())] = std::move(value);
+}
+
+void config_reader::take_entry(frame &entry) {
+    entry_key key;
+    std::string named;
+    for (size_t i = 0; i < entry.keys.size(); ++i) {
+        const char *tag = schema::native_keys(entry.node)[i].tag;
+        if (entry.keys[i].empty())
+            throw json_text::refusal{entry.at,
+                                     "an entry of " + quoted(entry.node->tag) + " without its key " + quoted(tag)};
+        append_key(key, entry.keys[i]);
+        named.append("[").append(tag).append("='").append(text::shortened(entry.keys[i])).append("']");
+    }
+    const bool is_new =
+        list_of(target(), *entry.node).entries.try_emplace(std::move(key), std::move(entry.entry)).second;
+    if (!is_new)
+        throw json_text::refusal{entry.at, "entry " + std::string(entry.node->tag) + named + " stands twice"};
+}
+
+void append_text(std::string &json, std::string_view text) {
+    json.push_back('"');
+    for (const char byte : text) {
+        if (byte == '"' || byte == '\\') {
+            json.append({'\\', byte});
+        } else if (static_cast<unsigned char>(byte) < ' ') {
+            char escaped[8];
+            std::snprintf(escaped, sizeof escaped, "\\u%04x", static_cast<unsigned>(byte));
+            json.append(escaped);
+        } else {
+            json.push_back(byte);
+        }
+    }
+    json.push_back('"');
+}
+
+namespace {
+
+class config_writer {
+public:
+    config_writer(std::string &json, size_t indent) : json_(json), indent_(indent) {}
+
+    void object(const record &from, const native_node *base, std::string_view key) {
+        open('{');
+        if (base != nullptr)
+            for (const native_node &each : schema::native_keys(base)) {
+                member(each);
+                value(each, next_key_value(key));
+            }
+        container_steps steps(base);
+        const auto leave = [this](const native_node &) { close('}'); };
+        const auto enter = [this](const native_node &container) {
+            member(container);
+            open('{');
+        };
+        auto list = from.lists.begin();
+        const auto write_lists_before = [&](const native_node *node) {
+            for (; list != from.lists.end() && (node == nullptr || list->node < node); ++list) {
+                steps.go_to(list->node, leave, enter);
+                entries(*list);
+            }
+        };
+        for (auto leaf = from.leaves.begin(); leaf != from.leaves.end();) {
+            write_lists_before(leaf->node);
+            steps.go_to(leaf->node, leave, enter);
+            leaf = leaf_at(leaf, from.leaves.end());
+        }
+        write_lists_before(nullptr);
+        steps.leave_all(leave);
+        close('}');
+    }
+
+private:
+    using leaf_place = std::vector<leaf_value>::const_iterator;
+
+    // Writes a leaf, or a leaf-list with all its values, and tells what comes after it.
+    leaf_place leaf_at(leaf_place at, leaf_place end) {
+        member(*at->node);
+        if (at->node->what == schema::kind::leaf) {
+            value(*at->node, at->value);
+            return at + 1;
+        }
+        const native_node *node = at->node;
+        json_.push_back('[');
+        for (const char *between = ""; at != end && at->node == node; ++at, between = ", ") {
+            json_.append(between);
+            value(*node, at->value);
+        }
+        json_.push_back(']');
+        is_first_ = false;
+        return at;
+    }
+
+    void entries(const list_data &list) {
+        member(*list.node);
+        open('[');
+        for (const auto &[key, entry] : list.entries) {
+            next_line();
+            object(entry, list.node, key);
+        }
+        close(']');
+    }
+
+    void member(const native_node &node) {
+        next_line();
+        json_.push_back('"');
+        if (node.parent == nullptr)
+            json_.append(node.module).push_back(':');
+        json_.append(node.tag).append("\": ");
+    }
+
+    void value(const native_node &node, std::string_view text) {
+        if (node.value == schema::type::integer)
+            json_.append(text);
+        else
+            append_text(json_, text);
+        is_first_ = false;
+    }
+
+    void open(char bracket) {
+        json_.push_back(bracket);
+        ++indent_;
+        is_first_ = true;
+    }
+
+    void close(char bracket) {
+        --indent_;
+        if (!is_first_)
+            json_.append("\n").append(indent_ * 2, ' ');
+        json_.push_back(bracket);
+        is_first_ = false;
+    }
+
+    void next_line() {
+        json_.append(is_first_ ? "\n" : ",\n").append(indent_ * 2, ' ');
+        is_first_ = false;
+    }
+
+    std::string &json_;
+    size_t indent_;
+    bool is_first_ = true;
+};
+
+} // namespace
+
+void append_config(std::string &json, const record &config, size_t indent) {
+    config_writer(json, indent).object(config, nullptr, {});
+}
+
+} // namespace device
