@@ -1,0 +1,115 @@
+// Reading of a request's bytes, and the positions of what is wrong with them.
+#include "input.h"
+
+#include <array>
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <string_view>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace ocmap {
+namespace {
+
+class file {
+public:
+    file(const std::string &name, size_t largest)
+        : name_(name == "-" ? "standard input" : name), largest_(largest),
+          descriptor_(name == "-" ? STDIN_FILENO : ::open(name.c_str(), O_RDONLY | O_CLOEXEC)) {
+        if (descriptor_ < 0)
+            refuse(std::strerror(errno));
+    }
+    ~file() {
+        if (descriptor_ > STDERR_FILENO)
+            ::close(descriptor_);
+    }
+    file(const file &) = delete;
+    file &operator=(const file &) = delete;
+
+    std::string read_whole() const {
+        std::string bytes;
+        bytes.reserve(announced_size());
+        std::array<char, size_t{1} << 16> piece{};
+        for (;;) {
+            const ssize_t count = ::read(descriptor_, piece.data(), piece.size());
+            if (count == 0)
+                return bytes;
+            if (count < 0 && errno == EINTR)
+                continue;
+            if (count < 0)
+                refuse(std::strerror(errno));
+            bytes.append(piece.data(), static_cast<size_t>(count));
+            if (bytes.size() > largest_)
+                refuse_size();
+        }
+    }
+
+    const std::string &name() const { return name_; }
+
+    [[noreturn]] void refuse(const std::string &why) const { throw bad_input{name_ + ": " + why}; }
+
+    [[noreturn]] void refuse_at(size_t line, size_t column, const std::string &why) const {
+        throw bad_input{name_ + ":" + std::to_string(line) + ":" + std::to_string(column) + ": " + why};
+    }
+
+private:
+    size_t announced_size() const {
+        struct stat facts {};
+        if (::fstat(descriptor_, &facts) != 0)
+            refuse(std::strerror(errno));
+        if (!S_ISREG(facts.st_mode))
+            return 0;
+        if (static_cast<size_t>(facts.st_size) > largest_)
+            refuse_size();
+        return static_cast<size_t>(facts.st_size);
+    }
+
+    [[noreturn]] void refuse_size() const {
+        refuse(largest_ == largest_request ? "larger than 64 MiB" : "larger than 2 GiB");
+    }
+
+    std::string name_;
+    size_t largest_;
+    int descriptor_;
+};
+
+format recognise(const file &source, std::string_view bytes) {
+    const std::string_view mark = "\xef\xbb\xbf";
+    const size_t start = bytes.starts_with(mark) ? mark.size() : 0;
+    size_t line = 1, line_start = start;
+    for (size_t at = start; at < bytes.size(); ++at) {
+        switch (bytes[at]) {
+        case '<':
+            return format::xml;
+        case '{':
+            return format::json;
+        case '\n':
+            ++line;
+            line_start = at + 1;
+            break;
+        case ' ':
+        case '\t':
+        case '\r':
+            break;
+        default:
+            source.refuse_at(line, at - line_start + 1, "neither XML nor JSON: a request begins with '<' or '{'");
+        }
+    }
+    source.refuse("an empty request");
+}
+
+} // namespace
+
+request_file load_request(const std::string &name, purpose what) {
+    const file source(name, what == purpose::native ? largest_native : largest_request);
+    const std::string bytes = source.read_whole();
+    const format form = recognise(source, bytes);
+    try {
+        return {read_request(bytes, form, what), form, bytes.size()};
+    } catch (const input_error &error) {
+        source.refuse_at(error.line, error.column, error.text);
+    }
+}
+
+} // namespace ocmap

@@ -1,0 +1,43 @@
+// JSON text as it is written: commas, line ends and indentation, and the forms of scalars.
+#pragma once
+
+#include <string_view>
+#include <vector>
+
+#include "output.h"
+
+namespace ocmap {
+
+class json_writer {
+public:
+    explicit json_writer(output &out) : out_(out) {}
+
+    void open_object() { open('{'); }
+    void close_object() { close('}'); }
+    void open_array() { open('['); }
+    void close_array() { close(']'); }
+
+    // What comes next: a member by its name, "mark" + "module:" + "tag" with the first two possibly empty, or an item.
+    void member(std::string_view mark, std::string_view module, std::string_view tag);
+    void item();
+
+    void string(std::string_view text);
+    void string(std::string_view module, std::string_view name); // an identity
+    void bare(std::string_view text) { out_.write(text); }
+
+    void finish() { out_.write("\n"); }
+
+private:
+    void open(char bracket);
+    void close(char bracket);
+    void line();
+    void escaped(std::string_view text);
+
+    output &out_;
+    std::vector<bool> is_started_; // of each open object or array
+};
+
+// Text that JSON can take for a whole number as it is.
+bool is_json_integer(std::string_view text);
+
+} // namespace ocmap

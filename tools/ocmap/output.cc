@@ -1,0 +1,40 @@
+// Buffered writing to a descriptor.
+#include "output.h"
+
+#include <cerrno>
+#include <cstring>
+#include <unistd.h>
+
+namespace ocmap {
+
+void output::put(std::string_view text) noexcept {
+    while (!text.empty() && !failed()) {
+        const ssize_t written = ::write(descriptor_, text.data(), text.size());
+        if (written >= 0)
+            text.remove_prefix(static_cast<size_t>(written));
+        else if (errno != EINTR)
+            error_ = errno;
+    }
+}
+
+void output::flush() noexcept {
+    put(buffer_);
+    buffer_.clear();
+}
+
+void output::write(std::string_view text) noexcept {
+    if (buffer_.size() + text.size() > held_back)
+        flush();
+    if (text.size() > held_back)
+        put(text);
+    else
+        buffer_.append(text);
+}
+
+void output::finish() {
+    flush();
+    if (failed())
+        throw output_error{std::string("standard output: ") + std::strerror(error_)};
+}
+
+} // namespace ocmap

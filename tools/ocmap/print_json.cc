@@ -1,0 +1,148 @@
+// The JSON form of a native request tree.
+#include <algorithm>
+#include <cstring>
+#include <string_view>
+#include <vector>
+
+#include "json_writer.h"
+#include "operation_name.h"
+#include "print.h"
+#include "schema/schema.h"
+
+namespace ocmap {
+namespace {
+
+using zmf::output_tree;
+
+const char *module_of(const zmf_datatree &node) {
+    const char *ns = node.ns ? node.ns : "";
+    const char *module = schema::module_of_ns(ns);
+    return module ? module : ns;
+}
+
+bool is_same_name(const zmf_datatree &a, const zmf_datatree &b) {
+    return std::strcmp(a.tag, b.tag) == 0 && std::strcmp(module_of(a), module_of(b)) == 0;
+}
+
+class json_printer {
+public:
+    explicit json_printer(output &out) : to_(out) {}
+
+    void print(const zmf_datatree *root) {
+        to_.open_object();
+        members(root, "");
+        to_.close_object();
+        to_.finish();
+    }
+
+private:
+    static bool is_in_array(const zmf_datatree *node) {
+        return output_tree::is_list_entry(node) || output_tree::is_leaf_list(node);
+    }
+
+    // The entries of a list are gathered at the first of them.
+    void members(const zmf_datatree *node, std::string_view module) {
+        std::vector<const zmf_datatree *> lists;
+        for (const auto *child = output_tree::first_child(node); child; child = output_tree::next_sibling(child)) {
+            const bool is_entry = is_in_array(child);
+            if (is_entry && std::any_of(lists.begin(), lists.end(),
+                                        [&](const zmf_datatree *list) { return is_same_name(*list, *child); }))
+                continue;
+            name(*child, module, "");
+            if (is_entry) {
+                lists.push_back(child);
+                list(child, module);
+            } else {
+                value(child, module);
+            }
+        }
+    }
+
+    void list(const zmf_datatree *first, std::string_view module_around) {
+        const bool is_leaf_list = output_tree::is_leaf_list(first);
+        bool is_annotated = false;
+        to_.open_array();
+        for_entries(first, [&](const zmf_datatree *entry) {
+            to_.item();
+            if (is_leaf_list)
+                scalar(*entry);
+            else
+                object(entry);
+            is_annotated |= is_leaf_list && operation_name(*entry) != nullptr;
+        });
+        to_.close_array();
+        if (is_annotated)
+            annotations(first, module_around);
+    }
+
+    // Of a leaf-list: one for each value, null for one that carries no operation.
+    void annotations(const zmf_datatree *first, std::string_view module_around) {
+        name(*first, module_around, "@");
+        to_.open_array();
+        for_entries(first, [&](const zmf_datatree *entry) {
+            to_.item();
+            if (const char *operation = operation_name(*entry))
+                annotation(operation);
+            else
+                to_.bare("null");
+        });
+        to_.close_array();
+    }
+
+    template <typename action>
+    static void for_entries(const zmf_datatree *first, action run) {
+        for (const auto *entry = first; entry; entry = output_tree::next_sibling(entry))
+            if (is_in_array(entry) && is_same_name(*first, *entry))
+                run(entry);
+    }
+
+    void value(const zmf_datatree *node, std::string_view module_around) {
+        if (output_tree::first_child(node)) {
+            object(node);
+            return;
+        }
+        scalar(*node);
+        if (const char *operation = operation_name(*node)) {
+            name(*node, module_around, "@");
+            annotation(operation);
+        }
+    }
+
+    void scalar(const zmf_datatree &node) {
+        if (node.value)
+            to_.string(node.value);
+        else
+            to_.bare("null");
+    }
+
+    void object(const zmf_datatree *node) {
+        to_.open_object();
+        if (const char *operation = operation_name(*node)) {
+            to_.member("@", "", "");
+            annotation(operation);
+        }
+        members(node, module_of(*node));
+        to_.close_object();
+    }
+
+    void annotation(std::string_view operation) {
+        to_.bare(R"({"ietf-netconf:operation": )");
+        to_.string(operation);
+        to_.bare("}");
+    }
+
+    void name(const zmf_datatree &node, std::string_view module_around, std::string_view mark) {
+        const std::string_view module = module_of(node);
+        to_.member(mark, module == module_around ? "" : module, node.tag);
+    }
+
+    json_writer to_;
+};
+
+} // namespace
+
+void print_json(const zmf::output_tree &tree, output &out) {
+    json_printer(out).print(tree.root());
+}
+
+} // namespace ocmap

@@ -1,0 +1,148 @@
+#include "road.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <string_view>
+#include <unistd.h>
+#include <vector>
+
+#include <CLI/CLI.hpp>
+
+#include "plugin_file.h"
+#include "reply.h"
+#include "report.h"
+
+namespace ocmap {
+namespace {
+
+// What is left of 128 MiB and eight times the input after the host's own share, the request's nodes and its texts.
+size_t memory_left(const request_file &request, size_t filter_bytes) {
+    constexpr size_t mib = size_t{1} << 20;
+    const size_t whole = 128 * mib + 8 * request.bytes;
+    const size_t taken = 24 * mib + request.bytes + request.tree.nodes() * sizeof(zmf_datatree) + filter_bytes;
+    return whole - std::min(whole, taken);
+}
+
+// A read makes the walk add keys to the request: the children of each entry once or twice more, and a key or two.
+void limit_memory(const request_file &request, size_t filter_bytes, bool is_read, zmf::session &session,
+                  zmf::output_tree &tree) {
+    const size_t left = memory_left(request, filter_bytes);
+    const size_t most = 4 * request.tree.nodes() * sizeof(zmf_datatree);
+    const size_t keys = is_read ? std::min(left / 2, most) : 0;
+    session.limit(keys);
+    tree.limit(left - keys);
+}
+
+bool is_read(zmf::session &session) {
+    const uint32_t op_type = session.request().request->op_type;
+    return op_type == OP_GET || op_type == OP_GET_CONFIG;
+}
+
+void print_line(std::string_view line) {
+    while (line.ends_with('\n'))
+        line.remove_suffix(1);
+    std::fprintf(stderr, "%s\n", one_line(line).c_str());
+}
+
+std::string step_of(const zmf_datatree *node) {
+    using zmf::output_tree;
+    std::string step = std::string("/") + node->tag;
+    for (const auto *child = output_tree::first_child(node); child; child = output_tree::next_sibling(child))
+        if (output_tree::is_key(child) && child->value)
+            step += std::string("[") + child->tag + "='" + child->value + "']";
+    return step;
+}
+
+} // namespace
+
+void add_road_options(CLI::App &command, road_options &options) {
+    command.add_option("--device", options.device, "Device description (default: the built-in lab device)")
+        ->type_name("FILE");
+    command.add_option("--plugin", options.plugin, "Plug-in to load (default: ../lib/libocoptical.so beside the host)")
+        ->type_name("FILE");
+    command.add_option("--format", options.form, "Form of the output: xml, json (default: that of the input)")
+        ->check(CLI::IsMember({"xml", "json"}))
+        ->type_name("FORM");
+    command.add_flag("--calls", options.calls, "First print each call that adds to a tree, one a line");
+    command.add_flag("--trace", options.trace, "Print the plug-in's log lines on standard error");
+}
+
+road::road(const road_options &options)
+    : out(STDOUT_FILENO), device(options.device.empty() ? device::lab() : device::read_file(options.device)),
+      plugin(options.plugin.empty() ? plugin_beside_host() : options.plugin), options_(options) {
+    device::install(device.held());
+}
+
+void road::watch(zmf::session &session) {
+    if (options_.calls)
+        session.record([this](const zmf::call &call) {
+            if (call.op <= zmf::operation::stitch) {
+                out.write(one_line(zmf::to_line(call)));
+                out.write("\n");
+            }
+        });
+    if (options_.trace) {
+        constexpr uint32_t errors_and_trace = 1u << 0 | 1u << 3;
+        session.debug(errors_and_trace, print_line);
+        session.ring(print_line);
+    }
+}
+
+void road::end_of_calls() {
+    if (options_.calls)
+        out.write("\n");
+}
+
+void road::down(zmf::session &session, const request_file &request, size_t filter_bytes, zmf::output_tree &native) {
+    limit_memory(request, filter_bytes, is_read(session), session, native);
+    const rcode status = plugin.down(session, request.tree, native);
+    if (status == RC_OK)
+        return;
+    out.finish();
+    zmf::failure failure = session.describe(status);
+    if (status == zmf::rc_too_big && failure.message.empty())
+        failure.message = "the native tree outgrows the memory that a request of this size is given";
+    throw walk_failure{std::move(failure)};
+}
+
+void road::up(zmf::session &session, const zmf::fixed_tree &native, bool with_operational, zmf::output_tree &reply) {
+    const rcode status = plugin.up(session, native, reply, with_operational);
+    if (status == RC_OK)
+        return;
+    out.finish();
+    throw walk_failure{session.describe(status)};
+}
+
+void road::read_config(zmf::session &session, const request_file &request, size_t filter_bytes,
+                       zmf::output_tree &reply) {
+    zmf::fixed_tree answer;
+    {
+        zmf::output_tree native;
+        down(session, request, filter_bytes, native);
+        answer = device.answer(native, false);
+    }
+    up(session, answer, false, reply);
+}
+
+format road::form_for(format of_request) const {
+    return options_.form.empty() ? of_request : options_.form == "xml" ? format::xml : format::json;
+}
+
+void road::print_reply(const zmf::output_tree &reply, const selection &told, format form) {
+    if (form == format::xml)
+        print_reply_xml(reply, told, out);
+    else
+        print_reply_json(reply, told, out);
+}
+
+void warn_of_missing(const zmf_datatree *leaf) {
+    std::vector<const zmf_datatree *> nodes;
+    for (; zmf::output_tree::parent(leaf); leaf = zmf::output_tree::parent(leaf))
+        nodes.push_back(leaf);
+    std::string path;
+    for (auto node = nodes.rbegin(); node != nodes.rend(); ++node)
+        path += step_of(*node);
+    complain("warning: no value of " + path);
+}
+
+} // namespace ocmap
