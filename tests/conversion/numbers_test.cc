@@ -115,10 +115,14 @@ TEST(numbers, scans) {
         bool read;
         int32_t number;
     } const rows[] = {
-        {"5x", true, 5},           {" -7", true, -7},
-        {"+3", true, 3},           {"", false, 42},
-        {"x5", false, 42},         {"2147483647", true, INT32_MAX},
-        {"2147483648", false, 42}, {"99999999999999999999", false, 42},
+        {"5x", true, 5},
+        {" -7", true, -7},
+        {"+3", true, 3},
+        {"", false, 42},
+        {"x5", false, 42},
+        {"2147483647", true, INT32_MAX},
+        {"2147483648", true, INT32_MAX},
+        {"-99999999999999999999", true, INT32_MIN},
     };
     for (const auto &row : rows) {
         int32_t number = 42;

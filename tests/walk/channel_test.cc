@@ -269,10 +269,19 @@ TEST_F(channel, index_range) {
         bool allowed;
         int32_t number; // of the entry, where the list callback of a get has read it
     } rows[] = {
-        {"1", true, 1},           {"100000", true, 100000}, {"+7", true, 7},           {"5x", true, 5},
-        {"007", true, 7},         {"0", false, 0},          {"100001", false, 100001}, {"-1", false, -1},
-        {"abc", false, 0},        {"", false, 0},           {"99999999999", false, 0}, {"-99999999999", false, 0},
-        {"4294967301", false, 0},
+        {"1", true, 1},
+        {"100000", true, 100000},
+        {"+7", true, 7},
+        {"5x", true, 5},
+        {"007", true, 7},
+        {"0", false, 0},
+        {"100001", false, 100001},
+        {"-1", false, -1},
+        {"abc", false, 0},
+        {"", false, 0},
+        {"99999999999", false, INT32_MAX},
+        {"-99999999999", false, INT32_MIN},
+        {"4294967301", false, INT32_MAX},
     };
     for (const auto &row : rows) {
         for (const uint32_t kind : {cfg, get, edit, OP_EDIT_CHECKED + 0u, OP_EDIT_FULL + 0u, other_write}) {

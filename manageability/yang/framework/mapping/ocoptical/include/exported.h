@@ -91,6 +91,18 @@ rcode zmf_ocoptical_ifmgr_init(zmf_map_ctx ctx);             /* binds the interf
 uint32_t oc_optical_check_opt_chnl_ifhandle(zmf_map_ctx ctx, const char *name); /* 0: no such interface */
 extern uint64_t ifreg_handle;                                                   /* 0: not bound */
 
+/* Line ports. 1 or 0; `ctx` may be null. `tree` is searched for components on routers that have them. */
+uint32_t oc_optical_is_interface_line_port(const char *name, zmf_map_ctx ctx, struct zmf_datatree *tree);
+uint32_t oc_optical_is_controller_line_port(const char *name, zmf_map_ctx ctx, struct zmf_datatree *tree);
+uint32_t is_valid_channel_for_esnr(const char *name, zmf_map_ctx ctx, struct zmf_datatree *tree, uint32_t restriction);
+rcode oc_optical_check_lineport_rsip(const char *component, const char *line_port); /* 0, or RC_SUBTREE_ERROR */
+
+/* Clears an optical channel from both of its native homes; `component_name` is set and a delete under way. */
+zmf_node_shape ymap_oc_optical_delete_component_optical_channel;
+/* The augment entry of the vendor's extension, for the optical channel's hook. */
+zmf_node_shape ymap_ox_oc_optical_corvaneopenconfigterminaldeviceext_augment_lvla_optical_channel;
+extern uint32_t OC_OPTICAL_PM_IS_FLEXBIN_UNSUPPORTED; /* 0: flex bins; set from outside, never written here */
+
 /* For modules that load the plug-in. */
 void convert_ifname_imentry(char *out, const char *name); /* the registry's internal form; `out` holds 64 bytes */
 rcode string_to_uint32(const char *text, uint64_t *out);

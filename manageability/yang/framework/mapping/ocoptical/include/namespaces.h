@@ -9,4 +9,11 @@
 #define ZMF_NS_OC_TRANSPORT_TYPES "http://openconfig.net/yang/transport-types"
 #define ZMF_NS_CORVANE(module) "urn:corvane:yang:" module /* ZMF_NS_CORVANE("Corvane-terminal-device-cfg") */
 
+#define ZMF_NS_OPTICAL_CHANNEL_EXT ZMF_NS_CORVANE("Corvane-openconfig-terminal-device-ext")
+#define ZMF_NS_TERMINAL_DEVICE_CFG ZMF_NS_CORVANE("Corvane-terminal-device-cfg")
+#define ZMF_NS_OPTICS_CFG ZMF_NS_CORVANE("Corvane-controller-optics-cfg")
+#define ZMF_NS_OPTICS_OPER ZMF_NS_CORVANE("Corvane-controller-optics-oper")
+#define ZMF_NS_IFMGR_CFG ZMF_NS_CORVANE("Corvane-ifmgr-cfg")
+#define ZMF_NS_PMENGINE_OPER ZMF_NS_CORVANE("Corvane-pmengine-oper")
+
 #endif

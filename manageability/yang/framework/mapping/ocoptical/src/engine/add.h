@@ -16,6 +16,17 @@ inline rcode add(zmf_map_ctx ctx, zmf_datatree *tree, const target &at, const ch
     return zmf_map_datatree_add_path_flagged(ctx, tree, at.path, at.ns, value, source, nullptr, 0, 0);
 }
 
+// The same where the path's leading nodes belong to another module.
+inline rcode add_across(zmf_map_ctx ctx, zmf_datatree *tree, const target &at, const char *value,
+                        const zmf_datatree *source = nullptr) {
+    return zmf_map_datatree_add_path_flagged(ctx, tree, at.path, at.ns, value, source, nullptr, 0, 1);
+}
+
+inline rcode add_list_across(zmf_map_ctx ctx, zmf_datatree *tree, const target &at,
+                             const zmf_datatree *source = nullptr) {
+    return zmf_map_datatree_add_path_flagged(ctx, tree, at.path, at.ns, nullptr, source, nullptr, 1, 1);
+}
+
 // One value of a leaf-list.
 inline rcode add_leaf_list(zmf_map_ctx ctx, zmf_datatree *tree, const target &at, const char *value,
                            const zmf_datatree *source = nullptr) {
@@ -31,5 +42,7 @@ inline rcode add_list(zmf_map_ctx ctx, zmf_datatree *tree, const target &at, con
 // both.
 rcode add_by_edit_rule(zmf_map_ctx ctx, const zmf_datatree *node, zmf_datatree *tree, const target &at,
                        const char *value);
+rcode add_across_by_edit_rule(zmf_map_ctx ctx, const zmf_datatree *node, zmf_datatree *tree, const target &at,
+                              const char *value);
 
 } // namespace ocoptical

@@ -110,6 +110,17 @@ rcode framed(frame &f, body_fn body, zmf_map_ctx ctx, const zmf_datatree *node, 
     }                                                                                                                  \
     OC_BODY(name)
 
+// A conversion of a container: CONTAINER_CONVERSION(name) { ... return status; }. Its child count says nothing to it.
+#define CONTAINER_CONVERSION(name)                                                                                     \
+    OC_BODY(name);                                                                                                     \
+    extern "C" OC_EXPORT rcode name(zmf_map_ctx ctx, const zmf_datatree *node, unsigned int /*count*/,                 \
+                                    zmf_datatree *tree) {                                                              \
+        assert(NULL != ctx);                                                                                           \
+        static constinit ocoptical::frame f = OC_FRAME;                                                                \
+        return ocoptical::framed(f, OC_JOIN(name, _body), ctx, node, tree);                                            \
+    }                                                                                                                  \
+    OC_BODY(name)
+
 // A value conversion: its text is static, or null.
 using value_body_fn = const char *(*)(zmf_map_ctx ctx, const zmf_datatree *node, const char *oc_self);
 const char *framed_value(frame &f, value_body_fn body, zmf_map_ctx ctx, const zmf_datatree *node);

@@ -32,7 +32,7 @@ struct model_node {
     zmf_node_fn augments = nullptr;                 // all but leaves: the _parse_augments hook
     const char *native_keys[most_native_keys] = {}; // low side, lists: names of the keys
     const char *ns = nullptr;                       // namespace of the model
-    bool names_ignored_tag = false;
+    bool names_unknown_tag = false;
     bool is_state = false; // the `state` child of its parent
     uint8_t keys = 0;      // high side, lists: number of key leaves
     uint16_t span = 1;     // rows of the subtree, this one included
@@ -105,7 +105,7 @@ struct model_traits {
     side s;
     const char *ns;
     bool only_get = false;          // a model of operational data
-    bool names_ignored_tag = false; // low side: the trace of an ignored child bears its tag
+    bool names_unknown_tag = false; // the trace of an unknown child bears its tag
 };
 
 // Rows as a table gives them; `link` fills in the rest.
@@ -153,7 +153,7 @@ consteval std::array<model_node, rows> link(const model_traits &model, std::arra
     for (size_t row = 0; row < rows; ++row) {
         model_node &node = table[row];
         node.ns = model.ns;
-        node.names_ignored_tag = model.names_ignored_tag;
+        node.names_unknown_tag = model.names_unknown_tag;
         node.is_state = model.s == side::high && node.depth > 0 && node.tag != nullptr && same_text(node.tag, "state");
         node.only_get = node.only_get || model.only_get || node.is_state;
         for (size_t below = row + 1; below < rows && table[below].depth > node.depth; ++below) {

@@ -128,7 +128,11 @@ rcode walk_unknown(zmf_map_ctx ctx, const model_node &model, zmf_datatree *child
     if (!zmf_map_do_these_match(child->ns, model.ns)) {
         return model.augments(ctx, child, tree);
     }
-    WALK_TRACE(ERR("Unsupported tag is specified in the request."));
+    if (model.names_unknown_tag) {
+        WALK_TRACE(ERR("Unsupported tag `%s` is specified in the request."), shown(child->tag));
+    } else {
+        WALK_TRACE(ERR("Unsupported tag is specified in the request."));
+    }
     if (is_read(ctx)) {
         return RC_OK;
     }
@@ -721,6 +725,12 @@ rcode enter_augment_ox(zmf_map_ctx ctx, const model_node &model, zmf_datatree *n
     if (status != RC_OK) {
         return status;
     }
+    subtree below;
+    status = take_subtree(ctx, model, node, &below);
+    if (status != RC_OK) {
+        WALK_TRACE(TRC("End"));
+        return status;
+    }
     WALK_TRACE(TRC("Processing tag '%s'"), shown(node->tag));
     if (node->tag == nullptr) {
         status = note_missing_tag(ctx, model);
@@ -730,8 +740,7 @@ rcode enter_augment_ox(zmf_map_ctx ctx, const model_node &model, zmf_datatree *n
         status = walk_unknown(ctx, model, node, tree);
     }
     // An empty augmenting node means all of it.
-    const uint32_t count = node->has_children ? node->child_count : 0;
-    if (status == RC_OK && count == 0 && is_read_or_delete(ctx, node)) {
+    if (status == RC_OK && below.count == 0 && is_read_or_delete(ctx, node)) {
         const bool softened = soften_delete(node);
         fall_to(ctx, model, which_children::non_keys, node, tree);
         restore_delete(node, softened);

@@ -27,7 +27,7 @@ rcode walk_unknown(zmf_map_ctx ctx, const model_node &model, zmf_datatree *node,
     if (!zmf_map_do_these_match(node->ns, model.ns)) {
         return model.augments(ctx, node, tree);
     }
-    if (model.names_ignored_tag) {
+    if (model.names_unknown_tag) {
         WALK_TRACE(TRC("Unsupported tag `%s`. Ignoring."), shown(node->tag));
     } else {
         WALK_TRACE(TRC("Unsupported tag. Ignoring."));

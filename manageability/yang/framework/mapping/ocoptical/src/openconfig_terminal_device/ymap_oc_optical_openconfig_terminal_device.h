@@ -10,8 +10,8 @@
 #define OC_MODEL ymap_ox_oc_optical_openconfigterminaldevice
 #define OC_TABLE "openconfig_terminal_device/ymap_oc_optical_openconfig_terminal_device.def"
 
-// Native modules that the rows name.
-#define CFG ZMF_NS_CORVANE("Corvane-terminal-device-cfg")
+// The native module that most rows name.
+#define CFG ZMF_NS_TERMINAL_DEVICE_CFG
 
 #include "engine/readings/declarations.inc"
 
@@ -32,4 +32,14 @@ zmf_node_shape oc_optical_eth_client_als_to_low;
 zmf_node_shape oc_optical_eth_als_delay_to_low;
 zmf_node_shape oc_optical_otn_tti_transmit_to_low;
 zmf_node_shape oc_optical_otn_tti_expected_to_low;
+zmf_cont_shape oc_optical_optical_channel_to_low;
+zmf_cont_shape oc_optical_optical_channel_state_to_low;
+zmf_node_shape oc_optical_cfg_freq_to_low;
+zmf_node_shape oc_optical_cfg_op_power_to_low;
+zmf_node_shape oc_optical_cfg_oper_mode_to_low;
+zmf_node_shape oc_optical_cfg_line_port_to_low;
+zmf_node_shape oc_optical_state_freq_to_low;
+zmf_node_shape oc_optical_state_op_power_to_low;
+zmf_node_shape oc_optical_state_oper_mode_to_low;
+zmf_node_shape oc_optical_state_line_port_to_low;
 }

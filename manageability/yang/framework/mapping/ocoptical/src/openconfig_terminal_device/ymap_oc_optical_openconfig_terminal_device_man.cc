@@ -26,12 +26,6 @@ constexpr target controller_name{otu_oper, NATIVE_OTU_CONTROLLER "/controller-na
 constexpr target ethernet_interface{ethernet_oper, NATIVE_ETHERNET_INTERFACE};
 constexpr target interface_name{ethernet_oper, NATIVE_ETHERNET_INTERFACE "/interface-name"};
 
-// The sibling module takes part in an edit where there is no optical terminal device.
-bool wants_sibling(zmf_map_ctx ctx) {
-    const uint32_t kind = request_kind(ctx);
-    return !hwinfo_has_optical_term_dev() && (kind == OP_EDIT || kind == OP_EDIT_FULL);
-}
-
 rcode open_channel(zmf_map_ctx ctx, const zmf_datatree *node, zmf_datatree *tree) {
     if (zmf_map_is_request_delete(node)) {
         return add_list(ctx, tree, channel, node);

@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "engine/export.h"
+#include "engine/request.h"
 #include "exported.h"
 #include "platform.h"
 #include "utility/scan.h"
@@ -30,6 +31,11 @@ constexpr carrier_class carrier_classes[] = {
 };
 
 } // namespace
+
+bool ocoptical::wants_sibling(zmf_map_ctx ctx) {
+    const uint32_t kind = request_kind(ctx);
+    return !hwinfo_has_optical_term_dev() && (kind == OP_EDIT || kind == OP_EDIT_FULL);
+}
 
 OC_EXPORT uint32_t oc_optical_convert_logical_index_to_interface(const char *index_text, char *out) {
     if (index_text == nullptr) {

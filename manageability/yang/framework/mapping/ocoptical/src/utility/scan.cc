@@ -1,20 +1,18 @@
 // Numbers at the start of a text.
 #include "utility/scan.h"
 
-#include <cerrno>
-#include <climits>
+#include <algorithm>
 #include <cstdlib>
 
 namespace ocoptical {
 
 bool scan_number(const char *text, int32_t *number) {
     char *end = nullptr;
-    errno = 0;
-    const long read = strtol(text, &end, 10);
-    if (end == text || errno == ERANGE || read < INT32_MIN || read > INT32_MAX) {
+    const long read = strtol(text, &end, 10); // at its own ends where the text is beyond them
+    if (end == text) {
         return false;
     }
-    *number = static_cast<int32_t>(read);
+    *number = static_cast<int32_t>(std::clamp<long>(read, INT32_MIN, INT32_MAX));
     return true;
 }
 

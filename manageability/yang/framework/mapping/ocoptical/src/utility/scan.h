@@ -9,7 +9,7 @@ namespace ocoptical {
 inline constexpr int32_t absent = -1;
 
 // Reads a decimal number as "%d" does: leading blanks, a sign, digits; what follows is not looked at. False, and
-// `number` keeps its value, where there is none or it does not fit 32 bits.
+// `number` keeps its value, where there is none. A number beyond 32 bits is the nearest one that fits.
 bool scan_number(const char *text, int32_t *number);
 
 } // namespace ocoptical

@@ -1,0 +1,54 @@
+// The model Corvane-openconfig-terminal-device-ext: its table, and the declarations of its callbacks and hooks.
+#pragma once
+
+#include "engine/export.h"
+#include "exported.h"
+#include "namespaces.h"
+#include "utility/paths.h"
+#include "zmf.h"
+
+#define OC_MODEL ymap_ox_oc_optical_corvaneopenconfigterminaldeviceext
+#define OC_TABLE "corvane_openconfig_terminal_device_ext/ymap_oc_optical_corvane_openconfig_terminal_device_ext.def"
+
+#include "engine/readings/declarations.inc"
+
+// Conversions that the rows name.
+extern "C" {
+zmf_cont_shape oc_optical_channel_ext_to_low;
+zmf_node_shape oc_optical_optics_cd_max_to_low;
+zmf_node_shape oc_optical_optics_cd_min_to_low;
+zmf_node_shape oc_optical_optics_cd_low_threshold_to_low;
+zmf_node_shape oc_optical_cd_high_threshold_to_low;
+zmf_node_shape oc_optical_filter_rolloff_to_low;
+zmf_node_shape oc_optical_rx_voa_target_pwr_to_low;
+zmf_node_shape oc_optical_rx_voa_fixed_ratio_to_low;
+zmf_node_shape oc_optical_enh_colorless_mode_to_low;
+zmf_node_shape oc_optical_sop_tol_mode_to_low;
+zmf_node_shape oc_optical_nleq_comp_mode_to_low;
+zmf_node_shape oc_optical_cross_pol_gain_to_low;
+zmf_node_shape oc_optical_cross_pol_weight_to_low;
+zmf_node_shape oc_optical_cpr_win_mode_to_low;
+zmf_node_shape oc_optical_cpr_ext_win_to_low;
+zmf_node_shape oc_optical_ext_cfg_baud_rate_to_low;
+zmf_node_shape oc_optical_cfg_fastpoll_sop_enable_to_low;
+zmf_node_shape oc_optical_optics_state_cd_max_to_low;
+zmf_node_shape oc_optical_optics_state_cd_min_to_low;
+zmf_node_shape oc_optical_state_cd_low_threshold_to_low;
+zmf_node_shape oc_optical_state_cd_high_threshold_to_low;
+zmf_node_shape oc_optical_state_filter_rolloff_to_low;
+zmf_node_shape oc_optical_state_rx_voa_target_pwr_to_low;
+zmf_node_shape oc_optical_state_rx_voa_fixed_ratio_to_low;
+zmf_node_shape oc_optical_state_enh_colorless_mode_to_low;
+zmf_node_shape oc_optical_state_sop_tol_mode_to_low;
+zmf_node_shape oc_optical_state_nleq_comp_mode_to_low;
+zmf_node_shape oc_optical_state_cross_pol_gain_mode_to_low;
+zmf_node_shape oc_optical_state_cross_pol_weight_to_low;
+zmf_node_shape oc_optical_state_cpr_win_mode_to_low;
+zmf_node_shape oc_optical_state_cpr_ext_win_to_low;
+zmf_node_shape oc_optical_ext_state_baud_rate_to_low;
+zmf_node_shape oc_optical_state_fastpoll_sop_enable_to_low;
+zmf_node_shape oc_optical_cfg_input_power_lower_threshold_to_low;
+zmf_node_shape oc_optical_cfg_input_power_upper_threshold_to_low;
+zmf_node_shape oc_optical_state_input_power_lower_threshold_to_low;
+zmf_node_shape oc_optical_state_input_power_upper_threshold_to_low;
+}
