@@ -97,10 +97,17 @@ uint32_t oc_optical_is_controller_line_port(const char *name, zmf_map_ctx ctx, s
 uint32_t is_valid_channel_for_esnr(const char *name, zmf_map_ctx ctx, struct zmf_datatree *tree, uint32_t restriction);
 rcode oc_optical_check_lineport_rsip(const char *component, const char *line_port); /* 0, or RC_SUBTREE_ERROR */
 
+/* 1 grey, 0 not, any other word a failure of state store or codec; read anew at each call. */
+rcode oc_optical_is_lineport_grey(zmf_map_ctx ctx, const char *name);
+void check_and_unbind(zmf_map_ctx ctx, void **binding); /* gives a state store binding back; null: nothing */
+extern int32_t statedb_available;                       /* the store's library was found once */
+
 /* Clears an optical channel from both of its native homes; `component_name` is set and a delete under way. */
 zmf_node_shape ymap_oc_optical_delete_component_optical_channel;
 /* The augment entry of the vendor's extension, for the optical channel's hook. */
 zmf_node_shape ymap_ox_oc_optical_corvaneopenconfigterminaldeviceext_augment_lvla_optical_channel;
+/* The augment entry of an interface's optics, for the interface's hook. */
+zmf_node_shape ymap_xo_oc_optical_corvanecontrolleropticscfg_augment_lvla_interface_configuration;
 extern uint32_t OC_OPTICAL_PM_IS_FLEXBIN_UNSUPPORTED; /* 0: flex bins; set from outside, never written here */
 
 /* For modules that load the plug-in. */

@@ -20,13 +20,6 @@ namespace {
 
 constexpr uint32_t xpath_operation = 1; // there is no other
 
-// The key of the entry under walk. A key without text is as good as none.
-rcode read_key(zmf_map_ctx ctx, const char *list, const char *key, const char **text) {
-    *text = nullptr;
-    const rcode status = zmf_map_get_node_info(ctx, list, key, text);
-    return status == RC_OK && *text == nullptr ? RC_SUBTREE_ERROR : status;
-}
-
 // A record for a keyed path; `format` takes the key.
 void prepare(zmf_map_xpath_op *op, zmf_datatree *tree, const char *format, const char *key) {
     clear(op, sizeof *op);
@@ -52,7 +45,7 @@ rcode stitch(zmf_map_ctx ctx, zmf_map_xpath_op *op, const char *list_path, const
 
 CONVERSION(ymap_xo_oc_optical_corvaneterminaldevicecfg_list_lvla_logicalchannels_channel) {
     const char *index = nullptr;
-    const rcode status = read_key(ctx, NATIVE_CHANNEL, "channel-index", &index);
+    const rcode status = read_native_key(ctx, NATIVE_CHANNEL, "channel-index", &index);
     if (status != RC_OK) {
         return status;
     }
@@ -68,9 +61,9 @@ CONVERSION(
     ymap_xo_oc_optical_corvaneterminaldevicecfg_list_lvla_logicalchannels_logicalchannelassignments_logicalchannelassignment) {
     const char *channel = nullptr;
     const char *index = nullptr;
-    rcode status = read_key(ctx, NATIVE_CHANNEL, "channel-index", &channel);
+    rcode status = read_native_key(ctx, NATIVE_CHANNEL, "channel-index", &channel);
     if (status == RC_OK) {
-        status = read_key(ctx, NATIVE_ASSIGNMENT, "assignment-index", &index);
+        status = read_native_key(ctx, NATIVE_ASSIGNMENT, "assignment-index", &index);
     }
     if (status != RC_OK) {
         return status;
@@ -101,20 +94,6 @@ CONVERSION(
 
 namespace {
 
-rcode open_component(zmf_map_ctx ctx, zmf_datatree *tree, const char *component) {
-    return zmf_map_search_or_add_list(ctx, tree, &ctx->req_ctx->list_cursor, OC_COMPONENT, component, "name",
-                                      ZMF_NS_OC_PLATFORM);
-}
-
-rcode open_component_config(zmf_map_ctx ctx, zmf_datatree *tree, const char *component) {
-    const rcode status = open_component(ctx, tree, component);
-    if (status != RC_OK) {
-        return status;
-    }
-    return zmf_map_datatree_add_path_flagged(ctx, tree, OC_COMPONENT "/config/name", ZMF_NS_OC_PLATFORM, component,
-                                             nullptr, nullptr, 0, 1);
-}
-
 bool has_interface(zmf_map_ctx ctx, const char *component) {
     char interface[text_size] = "";
     oc_optical_convert_opticalchannel_to_interface(component, interface);
@@ -125,7 +104,7 @@ bool has_interface(zmf_map_ctx ctx, const char *component) {
 
 CONVERSION(oc_optical_optical_channel_to_high) {
     const char *name = nullptr;
-    rcode status = read_key(ctx, NATIVE_OPTICAL_CHANNEL, "ifname", &name);
+    rcode status = read_native_key(ctx, NATIVE_OPTICAL_CHANNEL, "ifname", &name);
     if (status != RC_OK) {
         return status;
     }
@@ -233,17 +212,7 @@ CONVERSION(oc_optical_cfg_line_port_to_high) {
     return repair_optical_channel_namespace(ctx, tree);
 }
 
-namespace {
-
-// A legacy platform counts in units that are `factor` of ours; the product wraps.
-void scale(char *text, int32_t factor) {
-    int32_t number = 0;
-    (void)scan_number(text, &number);
-    const uint32_t product = static_cast<uint32_t>(number) * static_cast<uint32_t>(factor);
-    snprintf(text, text_size, "%d", static_cast<int32_t>(product));
-}
-
-} // namespace
+// A legacy platform counts frequency and power in coarser units.
 
 CONVERSION(oc_optical_term_device_cfg_freq_to_high) {
     char frequency[text_size] = "";
@@ -251,7 +220,7 @@ CONVERSION(oc_optical_term_device_cfg_freq_to_high) {
         zmf_strcpy_s(oc_self, frequency, sizeof frequency, node->value);
         if (hwinfo_has_legacy_optical_term_dev()) {
             TRACE(ctx, TRC("SIL: Native Frequency = %s * 100MHZ"), frequency);
-            scale(frequency, 100);
+            scale_text(frequency, 100);
             TRACE(ctx, TRC("SIL: Terminal-Device Frequency = %s * 1MHZ"), frequency);
         } else {
             TRACE(ctx, TRC("SIL: Terminal-Device Frequency = %s MHZ"), frequency);
@@ -267,7 +236,7 @@ CONVERSION(oc_optical_term_device_cfg_opt_power_to_high) {
     if (node->value != nullptr) {
         zmf_strcpy_s(oc_self, power, sizeof power, node->value);
         if (hwinfo_has_legacy_optical_term_dev()) {
-            scale(power, 10);
+            scale_text(power, 10);
         }
         TRACE(ctx, TRC("SIL: Terminal-Device Output Power: %s in 0.01 dBm"), power);
     }

@@ -1,6 +1,7 @@
 // Components, below which optical channels stand.
 #include "utility/components.h"
 
+#include "engine/add.h"
 #include "exported.h"
 #include "namespaces.h"
 #include "utility/paths.h"
@@ -11,6 +12,23 @@ component_names::component_names(zmf_map_ctx ctx, const char *caller) {
     zmf_strcpy_s(caller, component, sizeof component, ctx->req_ctx->component_name);
     has_interface = oc_optical_convert_opticalchannel_to_interface(component, interface) == RC_OK;
     oc_optical_convert_compname_to_optname(component, ifname);
+}
+
+rcode open_component(zmf_map_ctx ctx, zmf_datatree *tree, const char *component) {
+    return zmf_map_search_or_add_list(ctx, tree, &ctx->req_ctx->list_cursor, OC_COMPONENT, component, "name",
+                                      ZMF_NS_OC_PLATFORM);
+}
+
+rcode open_component_config(zmf_map_ctx ctx, zmf_datatree *tree, const char *component) {
+    static constexpr target name{ZMF_NS_OC_PLATFORM, OC_COMPONENT "/config/name"};
+    const rcode status = open_component(ctx, tree, component);
+    return status == RC_OK ? add_across(ctx, tree, name, component) : status;
+}
+
+rcode read_native_key(zmf_map_ctx ctx, const char *list, const char *key, const char **text) {
+    *text = nullptr;
+    const rcode status = zmf_map_get_node_info(ctx, list, key, text);
+    return status == RC_OK && *text == nullptr ? RC_SUBTREE_ERROR : status;
 }
 
 rcode repair_optical_channel_namespace(zmf_map_ctx ctx, zmf_datatree *tree) {

@@ -17,6 +17,14 @@ struct component_names {
     bool has_interface = false;
 };
 
+// The entry of a component becomes the one that later adds fall under; it is made where it is missing.
+rcode open_component(zmf_map_ctx ctx, zmf_datatree *tree, const char *component);
+// The same with its config/name.
+rcode open_component_config(zmf_map_ctx ctx, zmf_datatree *tree, const char *component);
+
+// The key of the native entry under walk. A key without text is as good as none.
+rcode read_native_key(zmf_map_ctx ctx, const char *list, const char *key, const char **text);
+
 // Gives the optical-channel container, which an add of another module may have made, its own namespace.
 rcode repair_optical_channel_namespace(zmf_map_ctx ctx, zmf_datatree *tree);
 

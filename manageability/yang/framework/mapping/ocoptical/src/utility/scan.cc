@@ -2,7 +2,10 @@
 #include "utility/scan.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <cstdlib>
+
+#include "utility/text.h"
 
 namespace ocoptical {
 
@@ -14,6 +17,13 @@ bool scan_number(const char *text, int32_t *number) {
     }
     *number = static_cast<int32_t>(std::clamp<long>(read, INT32_MIN, INT32_MAX));
     return true;
+}
+
+void scale_text(char *text, int32_t factor) {
+    int32_t number = 0;
+    (void)scan_number(text, &number);
+    const uint32_t product = static_cast<uint32_t>(number) * static_cast<uint32_t>(factor);
+    snprintf(text, text_size, "%d", static_cast<int32_t>(product));
 }
 
 } // namespace ocoptical

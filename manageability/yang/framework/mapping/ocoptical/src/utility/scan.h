@@ -12,4 +12,8 @@ inline constexpr int32_t absent = -1;
 // `number` keeps its value, where there is none. A number beyond 32 bits is the nearest one that fits.
 bool scan_number(const char *text, int32_t *number);
 
+// The number that the text begins with (0 where it begins with none) times `factor`, printed over it; the product
+// wraps. The buffer holds text_size bytes.
+void scale_text(char *text, int32_t factor);
+
 } // namespace ocoptical

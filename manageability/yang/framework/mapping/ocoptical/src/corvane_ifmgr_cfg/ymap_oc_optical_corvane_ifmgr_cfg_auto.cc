@@ -1,0 +1,10 @@
+// Callbacks of Corvane-ifmgr-cfg, which nobody overrides, and its duck_map hooks.
+#include "corvane_ifmgr_cfg/ymap_oc_optical_corvane_ifmgr_cfg.h"
+
+#include "engine/callback.h"
+
+using namespace ocoptical;
+
+#define OC_BINDING OC_EXPORT
+#define OC_SIDE low
+#include "engine/readings/callbacks.inc"
