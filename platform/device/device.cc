@@ -17,6 +17,8 @@
 #include "device/lab.h"
 #include "device/text.h"
 #include "hardware/hardware.h"
+#include "pouch/fields.h"
+#include "pouch/registry.h"
 
 namespace device {
 namespace {
@@ -55,24 +57,30 @@ std::string fault_of_name(std::string_view name) {
 
 class reader : public json_text::visitor {
 public:
+    explicit reader(std::string_view whole) : state_(result.state_store, whole) {}
+    reader(const reader &) = delete;
+    reader &operator=(const reader &) = delete;
+
     description result;
 
     void open_object(size_t at) override {
-        if (config_.is_open())
-            return config_.open_object(at);
+        if (json_text::visitor *part = open_part())
+            return part->open_object(at);
         if (place_ == place::outside)
             place_ = place::top;
         else if (place_ == place::top && member_->what == shape::names_by_channel)
             place_ = place::channels;
         else if (place_ == place::top && member_->what == shape::config)
             config_.open_object(at);
+        else if (place_ == place::top && member_->what == shape::state_items)
+            state_.open_object(at);
         else
             refuse(at);
     }
 
     void member(std::string_view name, size_t at) override {
-        if (config_.is_open())
-            config_.member(name, at);
+        if (json_text::visitor *part = open_part())
+            part->member(name, at);
         else if (place_ == place::top)
             member_ = member_at(name, at);
         else
@@ -80,29 +88,29 @@ public:
     }
 
     void close_object(size_t at) override {
-        if (config_.is_open())
-            config_.close_object(at);
+        if (json_text::visitor *part = open_part())
+            part->close_object(at);
         else
             place_ = place_ == place::channels ? place::top : place::outside;
     }
 
     void open_array(size_t at) override {
-        if (config_.is_open())
-            return config_.open_array(at);
+        if (json_text::visitor *part = open_part())
+            return part->open_array(at);
         if (place_ != place::top || member_->what != shape::names)
             refuse(at);
         place_ = place::interfaces;
     }
 
     void close_array(size_t at) override {
-        if (config_.is_open())
-            return config_.close_array(at);
+        if (json_text::visitor *part = open_part())
+            return part->close_array(at);
         place_ = place::top;
     }
 
     void value(json_text::scalar what, std::string_view written, size_t at) override {
-        if (config_.is_open())
-            return config_.value(what, written, at);
+        if (json_text::visitor *part = open_part())
+            return part->value(what, written, at);
         if (place_ == place::channels)
             return add_channel(what, written, at);
         if (place_ == place::interfaces)
@@ -120,7 +128,7 @@ public:
 
 private:
     enum class place { outside, top, channels, interfaces };
-    enum class shape { number, flag, names_by_channel, names, config };
+    enum class shape { number, flag, names_by_channel, names, config, state_items };
 
     struct member_row {
         const char *name;
@@ -137,7 +145,16 @@ private:
         {"interface-registry", shape::flag, nullptr, &description::interface_registry},
         {"interfaces", shape::names, nullptr, nullptr},
         {"config", shape::config, nullptr, nullptr},
+        {"state-store-installed", shape::flag, nullptr, &description::state_store_installed},
+        {"state-store", shape::state_items, nullptr, nullptr},
     };
+
+    // Takes what stands inside a member of its own form; null outside of these.
+    json_text::visitor *open_part() {
+        if (config_.is_open())
+            return &config_;
+        return state_.is_open() ? &state_ : nullptr;
+    }
 
     static const member_row *member_at(std::string_view name, size_t at) {
         const auto *const found = std::ranges::find(members, name, &member_row::name);
@@ -157,9 +174,11 @@ private:
         case shape::names:
             return "an array of names";
         case shape::config:
+            return "an object of native containers";
+        case shape::state_items:
             break;
         }
-        return "an object of native containers";
+        return "an object of paths and items";
     }
 
     // Refuses a value of another shape than what stands here takes.
@@ -212,6 +231,7 @@ private:
     std::unordered_map<std::string, uint32_t> channel_of_;
     std::unordered_set<std::string> interfaces_;
     config_reader config_{result.config};
+    state_reader state_;
 };
 
 std::string read_bytes(const std::string &file) {
@@ -237,7 +257,7 @@ description read_file(const std::string &file) {
 }
 
 description parse(std::string_view json, const std::string &name_for_errors) {
-    reader told;
+    reader told(json);
     try {
         json_text::read(json, told);
     } catch (const json_text::error &error) {
@@ -266,6 +286,29 @@ void install(const description &d) {
     facts.interfaces.clear();
     for (const std::string &name : d.interfaces)
         facts.interfaces.emplace(hardware::internal_name(name), static_cast<uint32_t>(facts.interfaces.size() + 1));
+    facts.state_store_installed = d.state_store_installed;
+    facts.state_items.clear();
+}
+
+void install_state_store(const description &d, const std::string &name_for_errors) {
+    std::unordered_map<std::string, std::string> encoded;
+    for (const auto &[path, item] : d.state_store) {
+        const auto refuse = [&name_for_errors](pouch::place at, std::string text) {
+            throw description_error{name_for_errors, at.line, at.column, std::move(text)};
+        };
+        const pouch::record_type *type = pouch::find_type(item.record);
+        if (type == nullptr)
+            refuse(item.record_at, "unknown record " + quoted(item.record));
+        else if (!type->has_schema())
+            refuse(item.record_at, "record " + quoted(item.record) + " has no schema, so that nothing encodes it");
+        else
+            try {
+                encoded.emplace(path, pouch::encode_fields(*type, item.fields));
+            } catch (const pouch::field_fault &fault) {
+                refuse(fault.at, fault.text);
+            }
+    }
+    hardware::current().state_items = std::move(encoded);
 }
 
 } // namespace device

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "device/native_data.h"
+#include "device/state_json.h"
 
 namespace device {
 
@@ -20,6 +21,8 @@ struct description {
     bool interface_registry = true;           // it answers
     std::vector<std::string> interfaces;      // that the registry knows; their handles count from 1
     record config;                            // native configuration
+    bool state_store_installed = false;       // the library of the state store is there
+    state_items state_store;                  // what it holds
     bool operator==(const description &) const = default;
 };
 
@@ -41,7 +44,10 @@ std::string to_json(const description &d);
 // Replaces a file, or makes it: whole, or not at all. Throws description_error, and the file is as it was.
 void write_file(const description &d, const std::string &file);
 
-// Makes `d` what hardware facts and the interface map answer from, until the next call. Not thread-safe.
+// Makes `d` what hardware facts and the interface map answer from, until the next call. Not thread-safe. The state
+// store is empty until the second call, which needs the record types that the plug-in registers when it is loaded; it
+// throws description_error for an item that is no such record.
 void install(const description &d);
+void install_state_store(const description &d, const std::string &name_for_errors);
 
 } // namespace device

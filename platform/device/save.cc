@@ -149,6 +149,10 @@ std::string to_json(const description &d) {
     json.append(d.interfaces.empty() ? "[]" : "\n  ]");
     append_member(json, "config");
     append_config(json, d.config, 1);
+    append_member(json, "state-store-installed");
+    json.append(written(d.state_store_installed));
+    append_member(json, "state-store");
+    append_state_items(json, d.state_store, 1);
     json.append("\n}\n");
     return json;
 }

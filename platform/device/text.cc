@@ -43,13 +43,19 @@ constexpr std::string_view byte_order_mark = "\xef\xbb\xbf";
 } // namespace
 
 position position_of(std::string_view whole, size_t offset) {
-    std::string_view before = whole.substr(0, std::min(offset, whole.size()));
-    if (before.starts_with(byte_order_mark))
-        before.remove_prefix(byte_order_mark.size());
-    const size_t line_end = before.rfind('\n');
-    const std::string_view line = line_end == std::string_view::npos ? before : before.substr(line_end + 1);
-    return {1 + static_cast<size_t>(std::ranges::count(before, '\n')),
-            1 + line.size() - static_cast<size_t>(std::ranges::count_if(line, is_continuation))};
+    return place_counter(whole).position_of(offset);
+}
+
+position place_counter::position_of(size_t offset) {
+    if (counted_ == 0 && whole_.starts_with(byte_order_mark) && offset >= byte_order_mark.size())
+        counted_ = byte_order_mark.size();
+    for (; counted_ < std::min(offset, whole_.size()); ++counted_) {
+        if (whole_[counted_] == '\n')
+            there_ = {there_.line + 1, 1};
+        else if (!is_continuation(whole_[counted_]))
+            ++there_.column;
+    }
+    return there_;
 }
 
 size_t first_bad_byte(std::string_view whole) {

@@ -13,6 +13,18 @@ struct position {
 };
 position position_of(std::string_view whole, size_t offset);
 
+// The same for many bytes of one text, each not before the last one, in one go through it.
+class place_counter {
+public:
+    explicit place_counter(std::string_view whole) noexcept : whole_(whole) {}
+    position position_of(size_t offset);
+
+private:
+    std::string_view whole_;
+    size_t counted_ = 0;
+    position there_{1, 1};
+};
+
 // Offset of the first byte that is no part of a UTF-8 character, or is zero; npos when there is none.
 size_t first_bad_byte(std::string_view whole);
 

@@ -14,10 +14,12 @@ struct facts {
     uint32_t router_type = 0;
     bool optical_terminal_device = false;
     bool legacy_optical_terminal_device = false;
-    std::unordered_map<uint32_t, std::string> name_of;    // channel -> "_" form, at most 63 characters
-    std::unordered_map<std::string, uint32_t> channel_of; // "_" form -> channel
-    bool registry_reachable = true;                       // the interface registry answers
-    std::unordered_map<std::string, uint32_t> interfaces; // internal form of a name -> handle, not 0
+    std::unordered_map<uint32_t, std::string> name_of;        // channel -> "_" form, at most 63 characters
+    std::unordered_map<std::string, uint32_t> channel_of;     // "_" form -> channel
+    bool registry_reachable = true;                           // the interface registry answers
+    std::unordered_map<std::string, uint32_t> interfaces;     // internal form of a name -> handle, not 0
+    bool state_store_installed = false;                       // its library is there
+    std::unordered_map<std::string, std::string> state_items; // path -> encoded record
 };
 
 facts &current();

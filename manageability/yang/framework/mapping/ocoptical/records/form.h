@@ -136,19 +136,17 @@ public:
 
     consteval bool agrees(const definition &d) const {
         size_t end = 0;
-        size_t alignment = 1;
-        for (size_t at = 0; at < d.row_count; ++at) {
-            if (!is_field(d.rows[at])) {
-                continue;
+        for (const row *r = d.rows; r != d.rows + d.row_count; ++r) {
+            if (is_field(*r)) {
+                const extent taken = extent_of(r);
+                const size_t begin = aligned(end, taken.alignment);
+                if (offset_of(r) != begin) {
+                    return false;
+                }
+                end = begin + taken.size;
             }
-            const extent taken = extent_of(d.rows + at);
-            if (offset_of(d.rows + at) != aligned(end, taken.alignment)) {
-                return false;
-            }
-            end = aligned(end, taken.alignment) + taken.size;
-            alignment = taken.alignment > alignment ? taken.alignment : alignment;
         }
-        return d.size == aligned(end, alignment);
+        return d.size == aligned(end, alignment_of(d));
     }
 
 private:
@@ -186,14 +184,11 @@ private:
     }
 
     constexpr size_t alignment_of(const definition &d) const {
-        size_t alignment = 1;
-        for (size_t at = 0; at < d.row_count; ++at) {
-            if (is_field(d.rows[at])) {
-                const extent taken = extent_of(d.rows + at);
-                alignment = taken.alignment > alignment ? taken.alignment : alignment;
-            }
+        extent all = {0, 1};
+        for (const row *r = d.rows; r != d.rows + d.row_count; ++r) {
+            all = is_field(*r) ? larger(all, extent_of(r)) : all;
         }
-        return alignment;
+        return all.alignment;
     }
 
     const record_table &table_;

@@ -5,19 +5,22 @@
 #include <array>
 #include <utility>
 
+#include "engine/model.h"
 #include "pouch.h"
 #include "records/form.h"
 
 namespace ocoptical::pouch {
 
+inline constexpr size_t most_definitions = 64; // of one table; more do not compile
+
 // The numbers of the definitions that a record needs: its own first, as a schema has them, the others as in the table.
 struct selection {
-    std::array<uint16_t, 64> numbers = {};
+    std::array<uint16_t, most_definitions> numbers = {};
     size_t count = 0;
 };
 
 consteval selection selected(const record_table &table, uint16_t number) {
-    std::array<bool, std::tuple_size_v<decltype(selection::numbers)>> needed = {};
+    std::array<bool, most_definitions> needed = {};
     const size_t own = place_of(table, number);
     needed[own] = true;
     for (size_t at = own + 1; at-- > 0;) {
@@ -116,18 +119,10 @@ private:
 
     static constexpr uint32_t place_of_field(const definition &d, const char *name) {
         uint32_t place = 0;
-        for (const row *r = d.rows; !are_same(r->name, name); ++r) {
+        for (const row *r = d.rows; r->kind != row_kind::field || !same_text(r->name, name); ++r) {
             place += is_field(*r);
         }
         return place;
-    }
-
-    static constexpr bool are_same(const char *a, const char *b) {
-        while (*a != '\0' && *a == *b) {
-            ++a;
-            ++b;
-        }
-        return *a == *b;
     }
 
     constexpr void put_form(const form &f) {
