@@ -82,6 +82,7 @@ constexpr char power_refused[] = "Target Output Power is not within the allowed 
 
 TEST(optical_channel, frequency) {
     constexpr auto f = oc_optical_cfg_freq_to_low;
+    const std::string too_long = "193100000" + std::string(200, ' ');
     const leaf_row rows[] = {
         {f, 5, false, edit, OP_MERGE, "186100000", "T/frequency=186100000 @ cross\n"},
         {f, 5, false, edit, OP_MERGE, "196137500", "T/frequency=196137500 @ cross\n"},
@@ -89,6 +90,7 @@ TEST(optical_channel, frequency) {
         {f, 5, false, edit, OP_MERGE, "186099999", "", frequency_refused},
         {f, 5, false, edit, OP_MERGE, "196137501", "", frequency_refused},
         {f, 5, false, edit, OP_MERGE, "no number", "", frequency_refused},
+        {f, 5, false, edit, OP_MERGE, too_long.c_str(), "", frequency_refused},
         {f, 5, false, cfg, OP_MERGE, "186099999", "", frequency_refused},
         {f, 5, false, edit, OP_DELETE, "186099999", "", frequency_refused},
         {f, 5, false, edit, OP_DELETE, nullptr, "T/frequency @ cross\n"},
@@ -107,6 +109,7 @@ TEST(optical_channel, frequency) {
 
 TEST(optical_channel, power_and_mode) {
     constexpr auto p = oc_optical_cfg_op_power_to_low;
+    const std::string too_long = "5" + std::string(200, ' ');
     const leaf_row rows[] = {
         {p, 5, false, edit, OP_MERGE, "-1900", "T/power=-1900 @ cross\n"},
         {p, 5, false, edit, OP_MERGE, "500", "T/power=500 @ cross\n"},
@@ -114,6 +117,7 @@ TEST(optical_channel, power_and_mode) {
         {p, 5, false, edit, OP_MERGE, "501", "", power_refused},
         {p, 5, false, edit, OP_MERGE, "no number", "", power_refused},
         {p, 5, false, edit, OP_MERGE, nullptr, "", power_refused},
+        {p, 5, false, edit, OP_MERGE, too_long.c_str(), "", power_refused},
         {p, 5, false, edit, OP_MERGE, "-350.75", "T/power=-350 @ cross\n"},
         {p, 5, false, edit, OP_DELETE, "-1901", "T/power @ cross\n"},
         {p, 5, false, get, OP_MERGE, "1999", "T/power=1999 cross\n"},

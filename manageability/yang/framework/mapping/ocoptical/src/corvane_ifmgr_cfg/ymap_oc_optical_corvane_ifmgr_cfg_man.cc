@@ -31,7 +31,7 @@ bool has_optics(zmf_map_ctx ctx, const zmf_datatree *entry, const char *oc_self)
 
 CONVERSION(interface_configuration_component_component_to_high) {
     const char *name = nullptr;
-    const rcode status = read_native_key(ctx, NATIVE_INTERFACE_CONFIGURATION, "interface-name", &name);
+    const rcode status = zmf_map_get_node_info(ctx, NATIVE_INTERFACE_CONFIGURATION, "interface-name", &name);
     if (status != RC_OK) {
         return status;
     }

@@ -59,9 +59,10 @@ rcode add_ranged(const ranged_row &row, bool within, zmf_map_ctx ctx, const zmf_
 }
 
 // A text without a number counts as 0.
-bool is_integer_within(const range &allowed, const zmf_datatree *node) {
+bool is_integer_within(const range &allowed, const zmf_datatree *node, const char *oc_self) {
+    char copy[text_size] = "";
     int32_t number = 0;
-    return node->value == nullptr || ((void)scan_number(node->value, &number), is_within(allowed, number));
+    return node->value == nullptr || ((void)scan_copy(oc_self, node->value, copy, &number), is_within(allowed, number));
 }
 
 } // namespace
@@ -71,7 +72,7 @@ bool is_integer_within(const range &allowed, const zmf_datatree *node) {
         static constexpr ranged_row row = {                                                                            \
             {low, high}, {ZMF_NS_TERMINAL_DEVICE_CFG, NATIVE_OPTICAL_CHANNEL leaf}, ERR(failure), sentence};           \
         static uint32_t filter_word = fresh_filter_word;                                                               \
-        const bool within = is_integer_within(row.allowed, node);                                                      \
+        const bool within = is_integer_within(row.allowed, node, oc_self);                                             \
         return add_ranged(row, within, ctx, node, tree, {oc_self, __LINE__, &filter_word});                            \
     }
 
@@ -111,7 +112,9 @@ CONVERSION(oc_optical_filter_rolloff_to_low) {
                                        "FILTER_ROLL_OFF_FACTOR is not within the allowed range: %d - %d"};
     bool within = true;
     if (node->value != nullptr) {
-        const double factor = atof(node->value);
+        char copy[text_size] = "";
+        zmf_strcpy_s(oc_self, copy, sizeof copy, node->value);
+        const double factor = atof(copy);
         TRACE(ctx, TRC("FILTER ROLL OFF :%s FACTOR INT : %f :"), node->value, factor);
         within = factor >= row.allowed.low && factor <= row.allowed.high; // what is no number is neither
     }
@@ -150,7 +153,6 @@ constexpr int32_t native_threshold_unit = 10; // 0.01 dBm
 struct threshold_row {
     const char *type; // key of the entry
     const char *leaf;
-    log_text value; // takes the native value
     const char *sentence;
 };
 
@@ -178,7 +180,9 @@ rcode add_threshold(const threshold_row &row, zmf_map_ctx ctx, const zmf_datatre
     const bool is_number = node->value != nullptr && scan_number(node->value, &number);
     if (node->value != nullptr) {
         snprintf(text, sizeof text, "%d", number / native_threshold_unit);
-        log_statement(ctx, at.value, row.value, static_cast<const char *>(text));
+        // One text for both thresholds.
+        log_statement(ctx, at.value, TRC("SIL: Terminal-Device Input Power Lower Threshold: %s in 0.01 dBm"),
+                      static_cast<const char *>(text));
     }
     if (is_read(ctx)) {
         return add_threshold_entry(row, threshold_entry, ctx, tree, text, nullptr);
@@ -197,18 +201,16 @@ rcode add_threshold(const threshold_row &row, zmf_map_ctx ctx, const zmf_datatre
 
 } // namespace
 
-#define THRESHOLD(function, type, leaf, value, sentence)                                                               \
+#define THRESHOLD(function, type, leaf, sentence)                                                                      \
     CONVERSION(function) {                                                                                             \
-        static constexpr threshold_row row = {type, leaf, TRC(value), sentence};                                       \
+        static constexpr threshold_row row = {type, leaf, sentence};                                                   \
         static uint32_t words[] = {fresh_filter_word, fresh_filter_word};                                              \
         return add_threshold(row, ctx, node, tree, {{oc_self, __LINE__, &words[0]}, {oc_self, __LINE__, &words[1]}});  \
     }
 
 THRESHOLD(oc_optical_cfg_input_power_lower_threshold_to_low, "low", "input-signal-power-lower",
-          "SIL: Terminal-Device Input Power Lower Threshold: %s in 0.01 dBm",
           "Input Signal Power Lower Threshold is not within the allowed range: %d - %d")
 THRESHOLD(oc_optical_cfg_input_power_upper_threshold_to_low, "high", "input-signal-power-upper",
-          "SIL: Terminal-Device Input Power Upper Threshold: %s in 0.01 dBm",
           "Input Signal Power Upper Threshold is not within the allowed range: %d - %d")
 
 // State leaves that a read asks for.

@@ -91,11 +91,9 @@ rcode add_legacy_frequency(zmf_map_ctx ctx, const zmf_datatree *node, zmf_datatr
     if (zmf_map_is_request_delete(node)) {
         return add_across(ctx, tree, carrier, nullptr, node);
     }
-    rcode status = add_across(ctx, tree, carrier_value, text, node);
-    if (status == RC_OK) {
-        status = add_across(ctx, tree, carrier_type, "frequency", node);
-    }
-    return status == RC_OK ? add_across(ctx, tree, carrier_grid, "100mhz-grid", node) : status;
+    (void)add_across(ctx, tree, carrier_value, text, node);
+    (void)add_across(ctx, tree, carrier_type, "frequency", node);
+    return add_across(ctx, tree, carrier_grid, "100mhz-grid", node);
 }
 
 } // namespace
@@ -104,9 +102,8 @@ CONVERSION(oc_optical_cfg_freq_to_low) {
     char mhz[text_size] = "";
     char on_legacy_grid[text_size] = "";
     if (node->value != nullptr) {
-        zmf_strcpy_s(oc_self, mhz, sizeof mhz, node->value);
         int32_t number = 0;
-        (void)scan_number(node->value, &number);
+        (void)scan_copy(oc_self, node->value, mhz, &number);
         if (!is_within(frequency_range, number)) {
             TRACE(ctx, ERR("Frequency is not allowed = %s * 1MHZ"), node->value);
             return refuse_range(ctx, "Frequency is not within the allowed range: %d - %d", frequency_range);
@@ -121,9 +118,9 @@ CONVERSION(oc_optical_cfg_freq_to_low) {
 
 CONVERSION(oc_optical_cfg_op_power_to_low) {
     int32_t number = 0;
-    const bool is_number = node->value != nullptr && scan_number(node->value, &number);
-    const bool legacy = hwinfo_has_legacy_optical_term_dev();
     char text[text_size] = "";
+    const bool is_number = node->value != nullptr && scan_copy(oc_self, node->value, text, &number);
+    const bool legacy = hwinfo_has_legacy_optical_term_dev();
     if (node->value != nullptr) {
         snprintf(text, sizeof text, "%d", legacy ? number / legacy_power_unit : number);
     }

@@ -48,8 +48,7 @@ rcode read_item(zmf_map_ctx ctx, void *binding, const char *name, item *read, co
     clear(state_store_name, sizeof state_store_name);
     const rcode converted = oc_optical_convert_optics_interface_to_statedb_interface(name, state_store_name);
     if (converted != RC_OK) {
-        TRACE(ctx, ERR("String conversion to optics failed for %s: %s"), shown(name),
-              static_cast<const char *>(state_store_name));
+        TRACE(ctx, ERR("String conversion to optics failed for %s: %s"), shown(name), rcode_strerror(converted));
         return converted;
     }
     char path[text_size];
@@ -117,14 +116,16 @@ OC_EXPORT rcode oc_optical_is_lineport_grey(zmf_map_ctx ctx, const char *name) {
 
 OC_EXPORT void check_and_unbind(zmf_map_ctx ctx, void **binding) {
     OC_SELF;
-    if (binding == nullptr) {
-        return;
+    assert(NULL != ctx);
+    TRACE(ctx, TRC("Start"));
+    if (binding != nullptr) {
+        rcode status = find_library();
+        if (status == RC_OK) {
+            status = _statedb_unbind(*binding);
+        }
+        if (status != RC_OK) {
+            TRACE(ctx, ERR("statedb_unbind failed 0x%X, %s\n"), status, rcode_strerror(status));
+        }
     }
-    rcode status = find_library();
-    if (status == RC_OK) {
-        status = _statedb_unbind(*binding);
-    }
-    if (status != RC_OK) {
-        TRACE(ctx, ERR("statedb_unbind failed 0x%X, %s\n"), status, rcode_strerror(status));
-    }
+    TRACE(ctx, TRC("End"));
 }

@@ -6,6 +6,7 @@
 #include <cstdlib>
 
 #include "utility/text.h"
+#include "zmf.h"
 
 namespace ocoptical {
 
@@ -17,6 +18,11 @@ bool scan_number(const char *text, int32_t *number) {
     }
     *number = static_cast<int32_t>(std::clamp<long>(read, INT32_MIN, INT32_MAX));
     return true;
+}
+
+bool scan_copy(const char *caller, const char *value, char *copy, int32_t *number) {
+    zmf_strcpy_s(caller, copy, text_size, value);
+    return scan_number(copy, number);
 }
 
 void scale_text(char *text, int32_t factor) {

@@ -12,6 +12,9 @@ inline constexpr int32_t absent = -1;
 // `number` keeps its value, where there is none. A number beyond 32 bits is the nearest one that fits.
 bool scan_number(const char *text, int32_t *number);
 
+// Copies the value into `copy` (text_size bytes) and reads the number there: a value that does not fit has none.
+bool scan_copy(const char *caller, const char *value, char *copy, int32_t *number);
+
 // The number that the text begins with (0 where it begins with none) times `factor`, printed over it; the product
 // wraps. The buffer holds text_size bytes.
 void scale_text(char *text, int32_t factor);
