@@ -1,11 +1,12 @@
 # What the scripts share: from the top of the checkout, the packages that they need, and the build.
-# A new dependency: its Debian package in one of the two lists.
+# A new dependency: its Debian package in one of the lists.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
 build_packages=(g++ cmake ninja-build pkg-config libsafec-dev libxml2-dev nlohmann-json3-dev libcli11-dev libgtest-dev
                 libbenchmark-dev)
-check_packages=("${build_packages[@]}" clang-format clang-tidy binutils python3)
+test_packages=("${build_packages[@]}" libyang2-dev) # a benchmark measures against libyang
+check_packages=("${test_packages[@]}" clang-format clang-tidy binutils python3)
 
 say() { printf '\n== %s\n' "$*"; }
 

@@ -15,8 +15,8 @@ public:
     void close() override { text += ')'; }
     void open_list(const ocmap::reply_name &) override {}
     void close_list() override {}
-    void leaf(const ocmap::reply_name &name, schema::type, const zmf_datatree &leaf) override {
-        item(std::string(name.tag) + '=' + leaf.value);
+    void leaf(const ocmap::reply_name &name, schema::type, const ocmap::reply_value &value) override {
+        item(std::string(name.tag) + '=' + value.text);
     }
 
 private:

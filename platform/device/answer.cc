@@ -11,7 +11,7 @@ namespace device {
 namespace {
 
 using schema::native_node;
-using zmf::output_tree;
+using zmf::output_node;
 
 struct selection;
 
@@ -52,17 +52,16 @@ class selector {
 public:
     explicit selector(bool with_operational) : with_operational_(with_operational) {}
 
-    void select_below(const zmf_datatree *parent, const native_node *place, selection &into) {
-        for (const zmf_datatree *each = output_tree::first_child(parent); each != nullptr;
-             each = output_tree::next_sibling(each))
-            if (const native_node *node = schema::native_child(place, each->tag);
+    void select_below(output_node parent, const native_node *place, selection &into) {
+        for (output_node each = parent.first_child(); each; each = each.next_sibling())
+            if (const native_node *node = schema::native_child(place, each.tag());
                 node != nullptr && !node->is_key && (node->is_config || with_operational_))
                 select(each, node, into);
     }
 
 private:
-    void select(const zmf_datatree *asked, const native_node *node, selection &into) {
-        const bool is_filled = output_tree::first_child(asked) != nullptr;
+    void select(output_node asked, const native_node *node, selection &into) {
+        const bool is_filled(asked.first_child());
         if (node->what == schema::kind::list && is_filled)
             select_entry(asked, node, into.lists[node]);
         else if (node->what == schema::kind::container && is_filled)
@@ -71,7 +70,7 @@ private:
             into.subtrees.push_back(node);
     }
 
-    void select_entry(const zmf_datatree *asked, const native_node *list, list_filter &into) {
+    void select_entry(output_node asked, const native_node *list, list_filter &into) {
         entry_key key;
         unsigned given = 0;
         if (!read_keys(asked, list, key, given))
@@ -83,16 +82,15 @@ private:
             selected.everything = true;
     }
 
-    static bool has_other_than_keys(const zmf_datatree *entry, const native_node *list) {
-        for (const zmf_datatree *each = output_tree::first_child(entry); each != nullptr;
-             each = output_tree::next_sibling(each))
-            if (const native_node *node = schema::native_child(list, each->tag); node == nullptr || !node->is_key)
+    static bool has_other_than_keys(output_node entry, const native_node *list) {
+        for (output_node each = entry.first_child(); each; each = each.next_sibling())
+            if (const native_node *node = schema::native_child(list, each.tag()); node == nullptr || !node->is_key)
                 return true;
         return false;
     }
 
     // False: no entry can have these keys.
-    static bool read_keys(const zmf_datatree *entry, const native_node *list, entry_key &key, unsigned &given) {
+    static bool read_keys(output_node entry, const native_node *list, entry_key &key, unsigned &given) {
         unsigned bit = 1;
         for (const native_node &each : schema::native_keys(list)) {
             const char *value = value_of(entry, each.tag);
@@ -108,11 +106,10 @@ private:
         return true;
     }
 
-    static const char *value_of(const zmf_datatree *entry, std::string_view tag) {
-        for (const zmf_datatree *each = output_tree::first_child(entry); each != nullptr;
-             each = output_tree::next_sibling(each))
-            if (tag == each->tag && each->value != nullptr)
-                return each->value;
+    static const char *value_of(output_node entry, std::string_view tag) {
+        for (output_node each = entry.first_child(); each; each = each.next_sibling())
+            if (tag == each.tag() && each.value() != nullptr)
+                return each.value();
         return nullptr;
     }
 
@@ -172,6 +169,11 @@ private:
             if (const auto found = each->lists.find(list.node); found != each->lists.end())
                 filters.push_back(&found->second);
         const bool is_whole = holds(asked, list.node);
+        if (list.node->what == schema::kind::leaf_list) {
+            if (is_whole)
+                answer_values(list, arrive);
+            return;
+        }
         const unsigned all_keys = (1u << schema::native_keys(list.node).size()) - 1;
 
         if (!is_whole && filters.size() == 1 && has_only(*filters.front(), all_keys)) {
@@ -189,6 +191,15 @@ private:
                 add_selections(filters, list.node, entry.first, of_entry);
             if (!of_entry.empty())
                 answer_entry(*list.node, entry, of_entry, arrive);
+        }
+    }
+
+    template <typename Arrive>
+    void answer_values(const list_data &leaf_list, Arrive arrive) {
+        arrive();
+        for (const auto &[key, empty] : leaf_list.entries) {
+            std::string_view rest = key;
+            answer_leaf(*leaf_list.node, next_key_value(rest));
         }
     }
 
@@ -234,7 +245,7 @@ private:
 
 zmf::fixed_tree store::answer(const zmf::output_tree &native_request, bool with_operational) const {
     selection asked;
-    selector(with_operational).select_below(native_request.root(), nullptr, asked);
+    selector(with_operational).select_below(native_request.top(), nullptr, asked);
     asked.settle();
     zmf::tree_builder answered;
     answerer(answered).answer(held_.config, nullptr, {&asked});

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <iterator>
+#include <utility>
 
 #include "device/text.h"
 
@@ -41,6 +42,16 @@ const native_node *top_at(std::string_view name, size_t at) {
     throw json_text::refusal{at, quoted(node.tag) + " takes " + wanted};
 }
 
+// A member bears the name of its module where that is another than around it, and nowhere else.
+const native_node *child_named(const native_node *parent, std::string_view name) {
+    const size_t colon = name.find(':');
+    const bool is_plain = colon == std::string_view::npos;
+    const native_node *child = schema::native_child(parent, is_plain ? name : name.substr(colon + 1));
+    if (child == nullptr || is_plain != (std::string_view(child->module) == parent->module))
+        return nullptr;
+    return is_plain || name.substr(0, colon) == child->module ? child : nullptr;
+}
+
 } // namespace
 
 record &config_reader::target() noexcept {
@@ -64,7 +75,7 @@ void config_reader::open_object(size_t at) {
 }
 
 void config_reader::member(std::string_view name, size_t at) {
-    named_ = inner() == nullptr ? top_at(name, at) : schema::native_child(inner(), name);
+    named_ = inner() == nullptr ? top_at(name, at) : child_named(inner(), name);
     if (named_ == nullptr)
         throw json_text::refusal{at, "unknown member " + quoted(name) + " in " + quoted(inner()->tag)};
 }
@@ -100,9 +111,8 @@ void config_reader::value(json_text::scalar what, std::string_view written, size
         return set_key(std::move(kept), at);
     if (!is_value_of_list)
         return set_leaf(target(), node, std::move(kept));
-    if (has_value(target(), node, kept))
+    if (!add_value(target(), node, kept))
         throw json_text::refusal{at, "value " + quoted(kept) + " stands twice in " + quoted(node.tag)};
-    add_value(target(), node, std::move(kept));
 }
 
 void config_reader::set_key(std::string value, size_t at) {
@@ -167,13 +177,14 @@ public:
         const auto write_lists_before = [&](const native_node *node) {
             for (; list != from.lists.end() && (node == nullptr || list->node < node); ++list) {
                 steps.go_to(list->node, leave, enter);
-                entries(*list);
+                list->node->what == schema::kind::leaf_list ? values(*list) : entries(*list);
             }
         };
-        for (auto leaf = from.leaves.begin(); leaf != from.leaves.end();) {
-            write_lists_before(leaf->node);
-            steps.go_to(leaf->node, leave, enter);
-            leaf = leaf_at(leaf, from.leaves.end());
+        for (const leaf_value &leaf : from.leaves) {
+            write_lists_before(leaf.node);
+            steps.go_to(leaf.node, leave, enter);
+            member(*leaf.node);
+            value(*leaf.node, leaf.value);
         }
         write_lists_before(nullptr);
         steps.leave_all(leave);
@@ -181,24 +192,16 @@ public:
     }
 
 private:
-    using leaf_place = std::vector<leaf_value>::const_iterator;
-
-    // Writes a leaf, or a leaf-list with all its values, and tells what comes after it.
-    leaf_place leaf_at(leaf_place at, leaf_place end) {
-        member(*at->node);
-        if (at->node->what == schema::kind::leaf) {
-            value(*at->node, at->value);
-            return at + 1;
-        }
-        const native_node *node = at->node;
+    void values(const list_data &leaf_list) {
+        member(*leaf_list.node);
         json_.push_back('[');
-        for (const char *between = ""; at != end && at->node == node; ++at, between = ", ") {
-            json_.append(between);
-            value(*node, at->value);
+        const char *between = "";
+        for (const auto &[key, empty] : leaf_list.entries) {
+            std::string_view rest = key;
+            json_.append(std::exchange(between, ", "));
+            value(*leaf_list.node, next_key_value(rest));
         }
         json_.push_back(']');
-        is_first_ = false;
-        return at;
     }
 
     void entries(const list_data &list) {
@@ -214,7 +217,7 @@ private:
     void member(const native_node &node) {
         next_line();
         json_.push_back('"');
-        if (node.parent == nullptr)
+        if (node.parent == nullptr || std::string_view(node.parent->module) != node.module)
             json_.append(node.module).push_back(':');
         json_.append(node.tag).append("\": ");
     }

@@ -14,15 +14,22 @@ namespace device {
 namespace {
 
 using schema::native_node;
-using zmf::output_tree;
+using zmf::output_node;
 
 // What a node asks of its target.
 enum class ask { nothing, merge, replace, remove, erase };
 
-ask ask_of(const zmf_datatree *asked, const native_node *node) {
-    if (!output_tree::has_source(asked) || (node != nullptr && node->is_key))
+// Whether the operation that holds for a node is a removal, be it its own or one that it has from a node around it.
+bool is_of_removal(output_node asked) {
+    while (asked && !(asked.has_source() && asked.op_explicit()))
+        asked = asked.parent();
+    return asked && (asked.op() == OP_DELETE || asked.op() == OP_REMOVE);
+}
+
+ask ask_of(output_node asked, const native_node *node) {
+    if (!asked.has_source() || (node != nullptr && node->is_key))
         return ask::nothing;
-    switch (asked->op) {
+    switch (asked.op()) {
     case OP_DELETE:
         return ask::erase;
     case OP_REMOVE:
@@ -30,7 +37,7 @@ ask ask_of(const zmf_datatree *asked, const native_node *node) {
     case OP_REPLACE:
         return ask::replace;
     default:
-        return ask::merge;
+        return is_of_removal(asked) ? ask::nothing : ask::merge;
     }
 }
 
@@ -47,18 +54,17 @@ bool is_leaf(const native_node *node) {
 }
 
 template <typename Test>
-bool any_child(const zmf_datatree *parent, const native_node *place, Test test) {
-    for (const zmf_datatree *each = output_tree::first_child(parent); each != nullptr;
-         each = output_tree::next_sibling(each))
-        if (test(each, place == nullptr ? nullptr : schema::native_child(place, each->tag)))
+bool any_child(output_node parent, const native_node *place, Test test) {
+    for (output_node each = parent.first_child(); each; each = each.next_sibling())
+        if (test(each, place == nullptr ? nullptr : schema::native_child(place, each.tag())))
             return true;
     return false;
 }
 
-bool is_made(const zmf_datatree *entry, const native_node *list);
+bool is_made(output_node entry, const native_node *list);
 
 // Whether something is to stand at a node or below it; at a node that the device does not know, so that it is refused.
-bool writes(const zmf_datatree *asked, const native_node *node) {
+bool writes(output_node asked, const native_node *node) {
     const bool is_written = is_writing(ask_of(asked, node));
     if (is_leaf(node) || (node == nullptr && is_written))
         return is_written;
@@ -66,19 +72,19 @@ bool writes(const zmf_datatree *asked, const native_node *node) {
     return is_list ? is_made(asked, node) : any_child(asked, node, writes);
 }
 
-bool is_made(const zmf_datatree *entry, const native_node *list) {
+bool is_made(output_node entry, const native_node *list) {
     const ask own = ask_of(entry, list);
     const bool has_only_keys =
-        !any_child(entry, list, [](auto *, const native_node *node) { return node == nullptr || !node->is_key; });
-    const bool key_came_with_source = any_child(entry, list, [](const zmf_datatree *each, const native_node *node) {
-        return node != nullptr && node->is_key && output_tree::has_source(each);
+        !any_child(entry, list, [](output_node, const native_node *node) { return node == nullptr || !node->is_key; });
+    const bool key_came_with_source = any_child(entry, list, [](output_node each, const native_node *node) {
+        return node != nullptr && node->is_key && each.has_source();
     });
     return own == ask::replace || any_child(entry, list, writes) ||
-           (has_only_keys && key_came_with_source && !is_removing(own));
+           (has_only_keys && key_came_with_source && !is_of_removal(entry));
 }
 
 // Whether a node or something below it asks for anything.
-bool asks(const zmf_datatree *asked, const native_node *node) {
+bool asks(output_node asked, const native_node *node) {
     const ask own = ask_of(asked, node);
     if (node == nullptr || is_leaf(node) ? own != ask::nothing : own == ask::replace || is_removing(own))
         return true;
@@ -86,47 +92,47 @@ bool asks(const zmf_datatree *asked, const native_node *node) {
            any_child(asked, node, asks);
 }
 
-// The first node below `parent` that must be there to be deleted; null: none.
-const zmf_datatree *first_erased(const zmf_datatree *parent, const native_node *place) {
-    const zmf_datatree *found = nullptr;
-    any_child(parent, place, [&found](const zmf_datatree *each, const native_node *node) {
+// The first node below `parent` that must be there to be deleted, if there is one.
+output_node first_erased(output_node parent, const native_node *place) {
+    output_node found;
+    any_child(parent, place, [&found](output_node each, const native_node *node) {
         found = ask_of(each, node) == ask::erase ? each : first_erased(each, node);
-        return found != nullptr;
+        return static_cast<bool>(found);
     });
     return found;
 }
 
-const zmf_datatree *key_of(const zmf_datatree *entry, const native_node &key) {
-    for (const zmf_datatree *each = output_tree::first_child(entry); each != nullptr;
-         each = output_tree::next_sibling(each))
-        if (std::string_view(key.tag) == each->tag && each->value != nullptr && *each->value != '\0')
+output_node key_of(output_node entry, const native_node &key) {
+    for (output_node each = entry.first_child(); each; each = each.next_sibling())
+        if (std::string_view(key.tag) == each.tag() && each.value() != nullptr && *each.value() != '\0')
             return each;
-    return nullptr;
+    return {};
 }
 
 // "/logical-channels/channel[channel-index='5']/description"
-std::string path_of(const zmf_datatree *asked) {
-    std::vector<const zmf_datatree *> steps;
-    for (; output_tree::parent(asked) != nullptr; asked = output_tree::parent(asked))
+std::string path_of(output_node asked) {
+    std::vector<output_node> steps;
+    for (; asked.parent(); asked = asked.parent())
         steps.push_back(asked);
     std::string path;
     const native_node *node = nullptr;
     bool is_known = true;
     for (auto step = steps.rbegin(); step != steps.rend(); ++step) {
-        path.append("/").append((*step)->tag);
-        node = is_known ? schema::native_child(node, (*step)->tag) : nullptr;
+        path.append("/").append(step->tag());
+        node = is_known ? schema::native_child(node, step->tag()) : nullptr;
         is_known = node != nullptr;
         if (!is_known || node->what != schema::kind::list)
             continue;
         for (const native_node &key : schema::native_keys(node))
-            if (const zmf_datatree *given = key_of(*step, key))
-                path.append("[").append(key.tag).append("='").append(given->value).append("']");
+            if (output_node given = key_of(*step, key))
+                path.append("[").append(key.tag).append("='").append(given.value()).append("']");
     }
     return path;
 }
 
-[[noreturn]] void refuse(const char *error_tag, const zmf_datatree *asked, std::string text) {
-    throw edit_failure{error_tag, path_of(asked), asked->tag, asked->ns == nullptr ? "" : asked->ns, std::move(text)};
+[[noreturn]] void refuse(const char *error_tag, output_node asked, std::string text) {
+    throw edit_failure{error_tag, path_of(asked), asked.tag(), asked.ns() == nullptr ? "" : asked.ns(),
+                       std::move(text)};
 }
 
 std::string quoted(std::string_view value) {
@@ -173,10 +179,9 @@ public:
     editor(record &config, journal &before) : config_(config), before_(before) {}
 
     // `removed`: a node above was deleted, so what is deleted here is gone already.
-    void edit_below(const zmf_datatree *parent, const native_node *place, record &in, bool removed) {
-        for (const zmf_datatree *each = output_tree::first_child(parent); each != nullptr;
-             each = output_tree::next_sibling(each)) {
-            const native_node *node = schema::native_child(place, each->tag);
+    void edit_below(output_node parent, const native_node *place, record &in, bool removed) {
+        for (output_node each = parent.first_child(); each; each = each.next_sibling()) {
+            const native_node *node = schema::native_child(place, each.tag());
             if (node == nullptr || !node->is_config)
                 refuse_foreign(each, node);
             else if (node->what == schema::kind::container)
@@ -196,7 +201,7 @@ private:
         const native_node *missing = nullptr;           // the first that is not given
     };
 
-    static void refuse_foreign(const zmf_datatree *asked, const native_node *node) {
+    static void refuse_foreign(output_node asked, const native_node *node) {
         if (!asks(asked, node))
             return;
         if (node == nullptr)
@@ -204,7 +209,7 @@ private:
         refuse("operation-not-supported", asked, "operational data cannot be edited");
     }
 
-    void edit_container(const zmf_datatree *asked, const native_node &node, record &in, bool removed) {
+    void edit_container(output_node asked, const native_node &node, record &in, bool removed) {
         const ask own = ask_of(asked, &node);
         if (is_removing(own) || own == ask::replace) {
             const bool had_leaves = erase_leaves(in, node);
@@ -224,7 +229,7 @@ private:
         return had_any;
     }
 
-    void edit_entry(const zmf_datatree *asked, const native_node &list, record &in, bool removed) {
+    void edit_entry(output_node asked, const native_node &list, record &in, bool removed) {
         if (!asks(asked, &list))
             return;
         const given_keys keys = read_keys(asked, list);
@@ -243,15 +248,15 @@ private:
             refuse_keyless(asked, *keys.missing);
         if (record *entry = entry_for_edit(in, list, keys.whole, makes))
             return edit_below(asked, &list, *entry, removed);
-        if (const zmf_datatree *erased = removed ? nullptr : first_erased(asked, &list))
+        if (const output_node erased = removed ? output_node() : first_erased(asked, &list))
             refuse_missing(erased);
     }
 
-    static given_keys read_keys(const zmf_datatree *entry, const native_node &list) {
+    static given_keys read_keys(output_node entry, const native_node &list) {
         given_keys keys;
         for (const native_node &key : schema::native_keys(&list)) {
-            const zmf_datatree *given = key_of(entry, key);
-            if (given == nullptr) {
+            output_node given = key_of(entry, key);
+            if (!given) {
                 keys.missing = keys.missing == nullptr ? &key : keys.missing;
                 keys.values.emplace_back();
                 continue;
@@ -301,46 +306,45 @@ private:
         });
     }
 
-    static void edit_leaf(const zmf_datatree *asked, const native_node &leaf, record &in, bool removed) {
+    static void edit_leaf(output_node asked, const native_node &leaf, record &in, bool removed) {
         const ask own = ask_of(asked, &leaf);
         const bool is_list = leaf.what == schema::kind::leaf_list;
         if (own == ask::nothing || (removed && is_removing(own)))
             return;
-        if (is_writing(own) && asked->value == nullptr)
+        if (is_writing(own) && asked.value() == nullptr)
             refuse("invalid-value", asked, std::string("there is no value for ") + leaf.tag);
-        const std::string value = asked->value == nullptr ? "" : canonical(asked, leaf);
-        if (is_list && asked->value != nullptr)
+        const std::string value = asked.value() == nullptr ? "" : canonical(asked, leaf);
+        if (is_list && asked.value() != nullptr)
             return edit_value(asked, leaf, in, value);
-        if (asked->value != nullptr)
+        if (asked.value() != nullptr)
             return set_leaf(in, leaf, value);
         if (!erase_leaves(in, leaf) && own == ask::erase)
             refuse_missing(asked);
     }
 
-    static void edit_value(const zmf_datatree *asked, const native_node &leaf_list, record &in,
-                           const std::string &value) {
+    static void edit_value(output_node asked, const native_node &leaf_list, record &in, const std::string &value) {
         const ask own = ask_of(asked, &leaf_list);
-        if (is_writing(own) && !has_value(in, leaf_list, value))
+        if (is_writing(own))
             add_value(in, leaf_list, value);
         if (is_removing(own) && !erase_value(in, leaf_list, value) && own == ask::erase)
             refuse("data-missing", asked, "there is no value " + quoted(value) + " in " + leaf_list.tag);
     }
 
-    static std::string canonical(const zmf_datatree *asked, const native_node &leaf) {
+    static std::string canonical(output_node asked, const native_node &leaf) {
         std::string kept;
-        if (!to_canonical(leaf, asked->value, kept))
-            refuse("invalid-value", asked, quoted(asked->value) + " is no value of " + leaf.tag);
+        if (!to_canonical(leaf, asked.value(), kept))
+            refuse("invalid-value", asked, quoted(asked.value()) + " is no value of " + leaf.tag);
         return kept;
     }
 
-    [[noreturn]] static void refuse_missing(const zmf_datatree *asked) {
-        refuse("data-missing", asked, std::string("there is no ") + asked->tag + " to delete");
+    [[noreturn]] static void refuse_missing(output_node asked) {
+        refuse("data-missing", asked, std::string("there is no ") + asked.tag() + " to delete");
     }
 
-    [[noreturn]] static void refuse_keyless(const zmf_datatree *entry, const native_node &key) {
+    [[noreturn]] static void refuse_keyless(output_node entry, const native_node &key) {
         throw edit_failure{"missing-element", path_of(entry) + "/" + key.tag, key.tag,
-                           entry->ns == nullptr ? "" : entry->ns,
-                           std::string("an entry of ") + entry->tag + " is named without its key " + key.tag};
+                           entry.ns() == nullptr ? "" : entry.ns(),
+                           std::string("an entry of ") + entry.tag() + " is named without its key " + key.tag};
     }
 
     record &config_;
@@ -352,7 +356,7 @@ private:
 std::optional<edit_failure> store::apply(const zmf::output_tree &native_edit) {
     journal before(held_.config);
     try {
-        editor(held_.config, before).edit_below(native_edit.root(), nullptr, held_.config, false);
+        editor(held_.config, before).edit_below(native_edit.top(), nullptr, held_.config, false);
         return std::nullopt;
     } catch (edit_failure &failure) {
         before.undo();

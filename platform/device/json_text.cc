@@ -81,12 +81,17 @@ private:
     std::vector<uint32_t> slots_; // number of a name from 1, 0 for none; a power of two of them
 };
 
-// "[json.exception...] parse error at line 1, column 2: syntax error while ..." without the library's own place.
+// "[json.exception...] parse error at line 1, column 2: syntax error while ...; last read: '...'; expected ..." without
+// the library's own place, and without what it read last: it often shows much more than that.
 std::string reason_of(std::string_view words) {
     for (const std::string_view mark : {"] ", ": "})
         if (const size_t found = words.find(mark); found != std::string_view::npos)
             words.remove_prefix(found + mark.size());
-    return text::shortened(words, 200);
+    std::string reason(words);
+    const size_t read = reason.find("; last read: "), wanted = reason.rfind("; expected ");
+    if (read != std::string::npos)
+        reason.erase(read, wanted == std::string::npos || wanted < read ? std::string::npos : wanted - read);
+    return text::shortened(reason, 200);
 }
 
 class events : public nlohmann::json::json_sax_t {

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cstdint>
+#include <utility>
 
 namespace device {
 namespace {
@@ -21,20 +22,10 @@ bool comes_before(std::string_view left, std::string_view right) {
     return left < right;
 }
 
-struct node_order {
-    bool operator()(const leaf_value &left, const schema::native_node *right) const { return left.node < right; }
-    bool operator()(const schema::native_node *left, const leaf_value &right) const { return left < right.node; }
-};
-
-// The first value of a leaf or leaf-list, and what comes behind its last.
-template <typename Leaves>
-auto values_of(Leaves &leaves, const schema::native_node &leaf) {
-    return std::equal_range(leaves.begin(), leaves.end(), &leaf, node_order());
-}
-
-template <typename Range>
-auto value_in(const Range &values, std::string_view value) {
-    return std::find_if(values.first, values.second, [value](const leaf_value &each) { return each.value == value; });
+entry_key key_of(std::string_view value) {
+    entry_key key;
+    append_key(key, value);
+    return key;
 }
 
 template <typename Lists>
@@ -58,34 +49,29 @@ bool record::operator==(const record &other) const {
 }
 
 void set_leaf(record &in, const schema::native_node &leaf, std::string value) {
-    const auto found = values_of(in.leaves, leaf);
-    if (found.first == found.second)
-        in.leaves.insert(found.first, {&leaf, std::move(value)});
+    const auto place = std::ranges::lower_bound(in.leaves, &leaf, {}, &leaf_value::node);
+    if (place == in.leaves.end() || place->node != &leaf)
+        in.leaves.insert(place, {&leaf, std::move(value)});
     else
-        found.first->value = std::move(value);
+        place->value = std::move(value);
 }
 
-bool has_value(const record &in, const schema::native_node &leaf, std::string_view value) {
-    const auto found = values_of(in.leaves, leaf);
-    return value_in(found, value) != found.second;
+bool add_value(record &in, const schema::native_node &leaf_list, std::string_view value) {
+    return list_of(in, leaf_list).entries.try_emplace(key_of(value)).second;
 }
 
-void add_value(record &in, const schema::native_node &leaf_list, std::string value) {
-    in.leaves.insert(values_of(in.leaves, leaf_list).second, {&leaf_list, std::move(value)});
-}
-
-bool erase_value(record &in, const schema::native_node &leaf, std::string_view value) {
-    const auto found = values_of(in.leaves, leaf);
-    const auto place = value_in(found, value);
-    if (place == found.second)
-        return false;
-    in.leaves.erase(place);
-    return true;
+bool erase_value(record &in, const schema::native_node &leaf_list, std::string_view value) {
+    list_data *values = find_list(in, leaf_list);
+    return values != nullptr && values->entries.erase(key_of(value)) != 0;
 }
 
 bool erase_leaves(record &in, const schema::native_node &subtree) {
-    const auto is_below = [&](const leaf_value &each) { return each.node >= &subtree && each.node < subtree.end; };
-    return std::erase_if(in.leaves, is_below) != 0;
+    const auto is_below = [&](const auto &each) { return each.node >= &subtree && each.node < subtree.end; };
+    size_t erased = std::erase_if(in.leaves, is_below);
+    for (list_data &list : in.lists)
+        if (list.node->what == schema::kind::leaf_list && is_below(list))
+            erased += std::exchange(list.entries, {}).size();
+    return erased != 0;
 }
 
 list_data *find_list(record &in, const schema::native_node &list) {
@@ -120,7 +106,7 @@ std::string_view next_key_value(std::string_view &rest) {
 bool to_canonical(const schema::native_node &leaf, std::string_view written, std::string &kept) {
     kept = written;
     if (leaf.value != schema::type::integer)
-        return written.find('\0') == std::string_view::npos;
+        return written.find('\0') == std::string_view::npos && !(leaf.value == schema::type::name && written.empty());
     const bool has_plus = written.starts_with('+') && !written.starts_with("+-");
     const std::string_view digits = written.substr(has_plus ? 1 : 0);
     int64_t number = 0;

@@ -2,7 +2,8 @@
 //
 // Containers are not kept: one is there if something stands in it. A record holds what stands between two levels of
 // lists: the leaves of a list entry with those of the containers below it, and the lists in them. Lists are ordered by
-// key, numbers by value and before texts, so that entries always come in the same order.
+// key, numbers by value and before texts, so that entries always come in the same order. A leaf-list is a list too: its
+// values are the keys of empty entries, so that it may hold many.
 #pragma once
 
 #include <map>
@@ -14,7 +15,7 @@
 
 namespace device {
 
-// A leaf, or one value of a leaf-list. Keys are not among the leaves of their entry.
+// Keys are not among the leaves of their entry.
 struct leaf_value {
     const schema::native_node *node;
     std::string value;
@@ -31,8 +32,8 @@ struct key_order {
 struct list_data;
 
 struct record {
-    std::vector<leaf_value> leaves; // in model order; values of a leaf-list in the order of their arrival
-    std::vector<list_data> lists;   // in model order
+    std::vector<leaf_value> leaves; // in model order
+    std::vector<list_data> lists;   // leaf-lists too, in model order
 
     bool operator==(const record &other) const;
 };
@@ -45,10 +46,9 @@ struct list_data {
 
 // Leaves and leaf-lists of a record.
 void set_leaf(record &in, const schema::native_node &leaf, std::string value);
-bool has_value(const record &in, const schema::native_node &leaf, std::string_view value);
-void add_value(record &in, const schema::native_node &leaf_list, std::string value);   // after those that are there
-bool erase_value(record &in, const schema::native_node &leaf, std::string_view value); // false: not there
-bool erase_leaves(record &in, const schema::native_node &subtree);                     // false: none there
+bool add_value(record &in, const schema::native_node &leaf_list, std::string_view value);   // false: there already
+bool erase_value(record &in, const schema::native_node &leaf_list, std::string_view value); // false: not there
+bool erase_leaves(record &in, const schema::native_node &subtree);                          // false: none there
 
 // Lists of a record. A list without entries is none; `drop_empty_lists` takes out what is left of such.
 list_data *find_list(record &in, const schema::native_node &list);
@@ -59,7 +59,8 @@ void drop_empty_lists(record &in);
 void append_key(entry_key &key, std::string_view value);
 std::string_view next_key_value(std::string_view &rest); // takes the first value off
 
-// A value as the device keeps it: integers without sign "+" and leading zeros. False: no value of this leaf.
+// A value as the device keeps it: integers without sign "+" and leading zeros. False: no value of this leaf, as an
+// empty name is none.
 bool to_canonical(const schema::native_node &leaf, std::string_view written, std::string &kept);
 
 // Which containers are left and entered on the way from one place of a record to the next. `base` is what the record

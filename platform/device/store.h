@@ -38,7 +38,9 @@ public:
     //
     // - A node that came without source asks nothing. An entry comes into being if something below it is merged or
     //   replaced, or if it has nothing but keys and these came with a source.
-    // - A delete or remove takes all that stands below its target; what is merged there later makes it again. A delete
+    // - A delete or remove takes all that stands below its target, with the nodes in it that carry no operation of
+    // their
+    //   own; what is merged there later makes it again. A delete
     //   of what is not there is refused ("data-missing"), a remove is silent. Without keys it means all entries.
     // - A delete or remove of a leaf with a value writes that value, of a leaf-list it takes that value away; below a
     //   removed node it does nothing.

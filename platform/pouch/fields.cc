@@ -54,8 +54,6 @@ std::string wanted_by(const shape &what) {
     case kind::mac_field:
     case kind::bytes:
         return std::to_string(what.count) + " bytes as a text of hexadecimal pairs with \":\" between them";
-    case kind::optional:
-        return wanted_by(*what.inner) + (what.inner->what == kind::text ? "" : ", or null");
     case kind::list:
         return "an array";
     case kind::array:
@@ -188,7 +186,7 @@ private:
             return false;
         uint8_t *made = allocate(given.text.size() + 1, given);
         store(into, made);
-        std::memcpy(made, given.text.data(), given.text.size());
+        std::memcpy(made, given.text.c_str(), given.text.size() + 1);
         return true;
     }
 
@@ -196,7 +194,7 @@ private:
         if (given.what != pouch::value::kind::text || given.text.size() >= size ||
             given.text.find('\0') != std::string::npos)
             return false;
-        std::memcpy(into, given.text.data(), given.text.size());
+        std::memcpy(into, given.text.c_str(), given.text.size() + 1);
         return true;
     }
 

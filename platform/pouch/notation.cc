@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <charconv>
 #include <iterator>
-#include <limits>
 #include <utility>
 
 namespace pouch {
@@ -82,24 +81,22 @@ private:
         expect('$');
         definition read{number<uint32_t>("a record"), {}};
         expect('=');
-        fields_ = &read.fields;
         while (!take(';'))
-            read.fields.push_back(one_field());
+            read.fields.push_back(one_field(read.fields));
         if (read.fields.empty())
             refuse("a record without fields");
         return read;
     }
 
-    field one_field() {
+    field one_field(const std::vector<field> &before) {
         field read;
         if (how_ == notation::full && next() != '?') {
             expect('{');
             read.name = name_until('}');
         }
         const bool is_choice = next() == '?';
-        read.what = is_choice ? one_choice() : one_form(1);
-        const form &last = read.what;
-        if (how_ == notation::packed && last.what == kind::record)
+        read.what = is_choice ? one_choice(before) : one_form(1);
+        if (how_ == notation::packed && read.what.what == kind::record)
             expect('.');
         return read;
     }
@@ -165,12 +162,12 @@ private:
     }
 
     // "?(<field,prefix>," or packed "?(<index>,", its alternatives, "?:v)".
-    form one_choice() {
+    form one_choice(const std::vector<field> &before) {
         form read{kind::choice, false, 0, {}, {}};
         expect('?');
         expect('(');
         expect('<');
-        read.number = chooser();
+        read.number = chooser(before);
         expect(',');
         while (!take('?')) {
             const size_t begin = at_;
@@ -186,9 +183,8 @@ private:
         return read;
     }
 
-    uint32_t chooser() {
+    uint32_t chooser(const std::vector<field> &before) {
         const size_t begin = at_;
-        const auto refuse_chooser = [begin] { throw schema_fault{begin, "no enumeration before it chooses"}; };
         size_t index = 0;
         if (how_ == notation::packed) {
             index = number<uint32_t>("a field");
@@ -196,10 +192,10 @@ private:
         } else {
             const std::string name = name_until(',');
             name_until('>');
-            index = static_cast<size_t>(std::ranges::find(*fields_, name, &field::name) - fields_->begin());
+            index = static_cast<size_t>(std::ranges::find(before, name, &field::name) - before.begin());
         }
-        if (index >= fields_->size() || (*fields_)[index].what.what != kind::enumeration)
-            refuse_chooser();
+        if (index >= before.size() || before[index].what.what != kind::enumeration)
+            throw schema_fault{begin, "no enumeration before it chooses"};
         return static_cast<uint32_t>(index);
     }
 
@@ -219,7 +215,6 @@ private:
     std::string_view text_;
     notation how_;
     size_t at_ = 0;
-    const std::vector<field> *fields_ = nullptr; // of the definition that is being read, so far
 };
 
 } // namespace

@@ -16,11 +16,12 @@ namespace {
 
 struct registered {
     const pouch_descriptor *descriptor;
+    pouch_descriptor words; // of the descriptor
     std::shared_ptr<const record_type> type;
 };
 
 struct registry {
-    std::unordered_map<const pouch_descriptor *, std::shared_ptr<const record_type>> by_descriptor;
+    std::unordered_map<const pouch_descriptor *, registered> by_descriptor;
     std::unordered_map<std::string, std::shared_ptr<const record_type>> by_name;
     std::optional<std::vector<registered>> open; // the group that is being registered
     std::string refusal;
@@ -43,11 +44,18 @@ bool is_complete(const pouch_descriptor &descriptor) {
            descriptor.group_file != nullptr && descriptor.schema != nullptr && descriptor.packed_schema != nullptr;
 }
 
+// The descriptor's plug-in may be gone, and another one stand in its place.
+bool is_still(const pouch_descriptor &now, const registered &then) {
+    return now.packed_schema == then.words.packed_schema && now.members == then.words.members &&
+           now.top_size == then.words.top_size && now.name == then.words.name && then.type->name() == now.name;
+}
+
 } // namespace
 
 const record_type *find_type(const pouch_descriptor *descriptor) {
     const auto found = all().by_descriptor.find(descriptor);
-    return found == all().by_descriptor.end() ? nullptr : found->second.get();
+    return found != all().by_descriptor.end() && is_still(*descriptor, found->second) ? found->second.type.get()
+                                                                                      : nullptr;
 }
 
 const record_type *find_type(std::string_view name) {
@@ -81,7 +89,7 @@ rcode pouch_register(const pouch_descriptor *descriptor) {
     if (std::ranges::any_of(*all().open, has_name))
         return refuse(pouch::rc_registered_twice, descriptor, "");
     try {
-        all().open->push_back({descriptor, std::make_shared<const pouch::record_type>(*descriptor)});
+        all().open->push_back({descriptor, *descriptor, std::make_shared<const pouch::record_type>(*descriptor)});
     } catch (const pouch::type_fault &fault) {
         return refuse(fault.status, descriptor, fault.text);
     } catch (const std::bad_alloc &) {
@@ -100,7 +108,7 @@ rcode pouch_register_end(void) {
     auto offered = std::exchange(all().open, std::nullopt); // outlives the loop
     for (pouch::registered &each : *offered) {
         all().by_name[each.type->name()] = each.type;
-        all().by_descriptor[each.descriptor] = std::move(each.type);
+        all().by_descriptor.insert_or_assign(each.descriptor, std::move(each));
     }
     return RC_OK;
 }

@@ -1,5 +1,6 @@
 // Modules by name and namespace, and the native models: rows of the .def tables made into linked nodes.
-// To add a module: its row. To add a native model: a .def, its lines in `rows`.
+// To add a module: its row. To add a native model: a .def, its lines in `rows`;
+// one that adds to another follows it there.
 #include "schema/schema.h"
 
 #include <deque>
@@ -61,8 +62,17 @@ constexpr row rows[] = {
 #define MODULE "Corvane-terminal-device-cfg"
 #include "corvane_terminal_device_cfg.def"
 #undef MODULE
+#define MODULE "Corvane-ifmgr-cfg"
+#include "corvane_ifmgr_cfg.def"
+#undef MODULE
+#define MODULE "Corvane-controller-optics-cfg"
+#include "corvane_controller_optics_cfg.def"
+#undef MODULE
 #undef IS_CONFIG
 #define IS_CONFIG false
+#define MODULE "Corvane-controller-optics-oper"
+#include "corvane_controller_optics_oper.def"
+#undef MODULE
 #define MODULE "Corvane-controller-otu-oper"
 #include "corvane_controller_otu_oper.def"
 #undef MODULE

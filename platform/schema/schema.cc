@@ -1,5 +1,6 @@
 // The OpenConfig models: rows of the .def tables made into linked nodes, and found by name.
-// To add a model: a .def, its two lines in the namespace below, a row in `model_rows`.
+// To add a model: a .def, its lines in the namespace below, a row in `model_rows`; one that adds to another has its
+// lines among that one's, and the depth at which its own top stands there.
 #include "schema/schema.h"
 
 #include <array>
@@ -17,18 +18,21 @@ struct row {
     bool is_edited; // false where no edit may touch the node, whatever stands above it
     type value;
     std::string_view tag;
+    const char *module;
+    const char *ns;
     const char *callback;
 };
 
+#define ROW(depth, what, is_key, is_edited, value, tag, callback)                                                      \
+    {DEPTH + (depth), kind::what, is_key, is_edited, type::value, tag, MODULE, NS, callback},
 #define CALLBACK(kind, name) CALLBACKS "_" kind "_" #name
-#define CONT(depth, tag, name) {depth, kind::container, false, true, type::none, tag, CALLBACK("cont", name)},
-#define READ_CONT(depth, tag, name) {depth, kind::container, false, false, type::none, tag, CALLBACK("cont", name)},
-#define LIST(depth, tag, name) {depth, kind::list, false, true, type::none, tag, CALLBACK("list", name)},
-#define READ_LIST(depth, tag, name) {depth, kind::list, false, false, type::none, tag, CALLBACK("list", name)},
-#define KEY(depth, tag, name, value) {depth, kind::leaf, true, true, type::value, tag, CALLBACK("leaf", name)},
-#define LEAF(depth, tag, name, value) {depth, kind::leaf, false, true, type::value, tag, CALLBACK("leaf", name)},
-#define LEAF_LIST(depth, tag, name, value)                                                                             \
-    {depth, kind::leaf_list, false, true, type::value, tag, CALLBACK("leaf", name)},
+#define CONT(depth, tag, name) ROW(depth, container, false, true, none, tag, CALLBACK("cont", name))
+#define READ_CONT(depth, tag, name) ROW(depth, container, false, false, none, tag, CALLBACK("cont", name))
+#define LIST(depth, tag, name) ROW(depth, list, false, true, none, tag, CALLBACK("list", name))
+#define READ_LIST(depth, tag, name) ROW(depth, list, false, false, none, tag, CALLBACK("list", name))
+#define KEY(depth, tag, name, value) ROW(depth, leaf, true, true, value, tag, CALLBACK("leaf", name))
+#define LEAF(depth, tag, name, value) ROW(depth, leaf, false, true, value, tag, CALLBACK("leaf", name))
+#define LEAF_LIST(depth, tag, name, value) ROW(depth, leaf_list, false, true, value, tag, CALLBACK("leaf", name))
 #define STATS(depth, tag, name, stem)                                                                                  \
     CONT(depth, tag, name)                                                                                             \
     LEAF(depth + 1, "instant", lvla_##stem##_instant, decimal64)                                                       \
@@ -39,14 +43,49 @@ struct row {
     LEAF(depth + 1, "min-time", lvla_##stem##_mintime, integer64)                                                      \
     LEAF(depth + 1, "max-time", lvla_##stem##_maxtime, integer64)
 
+#define TERMINAL_DEVICE "openconfig-terminal-device"
+#define DEPTH 0
+#define MODULE TERMINAL_DEVICE
+#define NS ZMF_NS_OC_TERMINAL_DEVICE
 #define CALLBACKS "openconfigterminaldevice"
 constexpr row terminal_device[] = {
 #include "openconfig_terminal_device.def"
 };
-constexpr row component[] = {
-#include "openconfig_terminal_device_component.def"
-};
 #undef CALLBACKS
+#undef NS
+#undef MODULE
+
+#define PLATFORM "openconfig-platform"
+constexpr row components[] = {
+#define MODULE PLATFORM
+#define NS ZMF_NS_OC_PLATFORM
+#define CALLBACKS "openconfigplatform"
+#include "openconfig_platform.def"
+#undef CALLBACKS
+#undef NS
+#undef MODULE
+#undef DEPTH
+
+#define DEPTH 2
+#define MODULE TERMINAL_DEVICE
+#define NS ZMF_NS_OC_TERMINAL_DEVICE
+#define CALLBACKS "openconfigterminaldevice"
+#include "openconfig_terminal_device_component.def"
+#undef CALLBACKS
+#undef NS
+#undef MODULE
+#undef DEPTH
+
+#define DEPTH 3
+#define MODULE "Corvane-openconfig-terminal-device-ext"
+#define NS ZMF_NS_OPTICAL_CHANNEL_EXT
+#define CALLBACKS "corvaneopenconfigterminaldeviceext"
+#include "corvane_openconfig_terminal_device_ext.def"
+#undef CALLBACKS
+#undef NS
+#undef MODULE
+#undef DEPTH
+};
 
 // The first row that cannot stand where it stands; the number of rows when all can.
 template <size_t count>
@@ -73,14 +112,14 @@ consteval size_t count_of(const row (&rows)[count], kind what) {
 }
 
 consteval size_t count_of(kind what) {
-    return count_of(terminal_device, what) + count_of(component, what);
+    return count_of(terminal_device, what) + count_of(components, what);
 }
 
 static_assert(first_faulty(terminal_device) == std::size(terminal_device));
-static_assert(first_faulty(component) == std::size(component));
-static_assert(count_of(kind::container) == 45);
-static_assert(count_of(kind::list) == 5);
-static_assert(count_of(kind::leaf) + count_of(kind::leaf_list) == 205);
+static_assert(first_faulty(components) == std::size(components));
+static_assert(count_of(kind::container) == 54);
+static_assert(count_of(kind::list) == 6);
+static_assert(count_of(kind::leaf) + count_of(kind::leaf_list) == 244);
 
 template <size_t count>
 struct linked {
@@ -89,7 +128,7 @@ struct linked {
 
 // `nodes` is where the result will stand.
 template <size_t count>
-consteval linked<count> link(const row (&rows)[count], const char *module, const node *nodes) {
+consteval linked<count> link(const row (&rows)[count], const node *nodes) {
     linked<count> result{};
     for (size_t i = 0; i < count; ++i) {
         size_t parent = i;
@@ -105,7 +144,8 @@ consteval linked<count> link(const row (&rows)[count], const char *module, const
                            is_edited_above && rows[i].is_edited && rows[i].tag != "state",
                            rows[i].value,
                            rows[i].tag.data(),
-                           module,
+                           rows[i].module,
+                           rows[i].ns,
                            rows[i].callback,
                            i == 0 ? nullptr : nodes + parent,
                            static_cast<uint32_t>(end)};
@@ -113,16 +153,14 @@ consteval linked<count> link(const row (&rows)[count], const char *module, const
     return result;
 }
 
-constexpr linked<std::size(terminal_device)> terminal_device_tree =
-    link(terminal_device, "openconfig-terminal-device", terminal_device_tree.nodes);
-constexpr linked<std::size(component)> component_tree =
-    link(component, "openconfig-terminal-device", component_tree.nodes);
+constexpr linked<std::size(terminal_device)> terminal_device_tree = link(terminal_device, terminal_device_tree.nodes);
+constexpr linked<std::size(components)> components_tree = link(components, components_tree.nodes);
 
 constexpr model model_rows[] = {
-    {"openconfig-terminal-device", ZMF_NS_OC_TERMINAL_DEVICE,
-     "ymap_ox_oc_optical_openconfigterminaldevice_lvla_terminaldevice", true, terminal_device_tree.nodes},
-    {"openconfig-terminal-device", ZMF_NS_OC_TERMINAL_DEVICE,
-     "ymap_ox_oc_optical_openconfigterminaldevice_augment_lvla_component", false, component_tree.nodes},
+    {TERMINAL_DEVICE, ZMF_NS_OC_TERMINAL_DEVICE, "ymap_ox_oc_optical_openconfigterminaldevice_lvla_terminaldevice",
+     terminal_device_tree.nodes},
+    {PLATFORM, ZMF_NS_OC_PLATFORM, "ymap_ox_oc_optical_openconfigterminaldevice_augment_lvla_component",
+     components_tree.nodes},
 };
 
 struct child_name {
@@ -156,7 +194,7 @@ std::span<const model> models() {
 
 const model *root_of(std::string_view top_tag, std::string_view ns) {
     for (const model &each : model_rows)
-        if (each.is_root && ns == each.ns && top_tag == each.nodes.front().tag)
+        if (ns == each.ns && top_tag == each.nodes.front().tag)
             return &each;
     return nullptr;
 }

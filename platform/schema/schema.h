@@ -9,7 +9,19 @@
 namespace schema {
 
 enum class kind : uint8_t { container, list, leaf, leaf_list };
-enum class type : uint8_t { none, string, boolean, integer, integer64, decimal64, enumeration, identity };
+// `hundredths` is decimal64 to a client, and hundredths of it, without a point, to the plug-in.
+enum class type : uint8_t {
+    none,
+    string,
+    name,
+    boolean,
+    integer,
+    integer64,
+    decimal64,
+    hundredths,
+    enumeration,
+    identity
+};
 
 // One node of an OpenConfig model, in model order. `module` changes where another module augments.
 struct node {
@@ -20,17 +32,18 @@ struct node {
     type value;     // none for containers and lists
     const char *tag;
     const char *module;   // "openconfig-terminal-device"
+    const char *ns;       // of that module
     const char *callback; // what stands behind "ymap_ox_oc_optical_": "openconfigterminaldevice_leaf_lvla_..."
     const node *parent;   // null for a top node
     uint32_t end;         // index one past the subtree
 };
 
-// One OpenConfig tree: its rows, and the exported walker that takes its top node.
+// One OpenConfig tree, with what other modules add to it, and the exported walker that takes its top node (in the tree
+// of `components`: what is added to a component).
 struct model {
     const char *module;
     const char *ns;
     const char *entry; // "ymap_ox_oc_optical_openconfigterminaldevice_lvla_terminaldevice"
-    bool is_root;      // false: an augment entry, reached through another model
     std::span<const node> nodes;
 };
 std::span<const model> models();
@@ -48,7 +61,7 @@ struct native_node {
     kind what;
     bool is_key;
     bool is_config; // false: of an operational module, which a read of configuration never asks
-    type value;     // string or integer; none for containers and lists
+    type value;     // string, name (a text that is never empty) or integer; none for containers and lists
     const char *tag;
     const char *module;
     const native_node *parent; // null for a top container

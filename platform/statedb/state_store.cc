@@ -1,8 +1,8 @@
 // The state store: encoded records under exact paths. A path is that of the binding with that of the item behind it.
 #include "statedb/state_store.h"
 
+#include <algorithm>
 #include <cstdlib>
-#include <cstring>
 #include <map>
 #include <string>
 
@@ -77,10 +77,10 @@ rcode statedb_item_get(void *handle, const char *path, void **data, size_t *leng
     if (found == facts.state_items.end())
         return statedb::rc_no_item;
     const std::string &item = found->second;
-    void *copy = std::malloc(item.size());
+    auto *copy = static_cast<char *>(std::malloc(item.size()));
     if (copy == nullptr)
         return RC_NO_MEMORY;
-    std::memcpy(copy, item.data(), item.size());
+    std::ranges::copy(item, copy);
     *data = copy;
     *length = item.size();
     return RC_OK;

@@ -52,21 +52,28 @@ rcode add_path(body &s, zmf_datatree *tree, const char *path, const char *ns, co
         return rc_bad_path;
     if (tree->framework == nullptr)
         return add_to_request(s, tree, path, ns, value, source, node_out);
-    if (ns == nullptr || !read_path(path, s.steps))
+    output_tree::body &out = *tree_of(tree);
+    const known_path *steps = ns == nullptr ? nullptr : out.read(number_of(tree), path);
+    if (steps == nullptr)
         return rc_bad_path;
-    output_node *added = nullptr;
-    rcode status = tree_of(tree)->add(record_of(tree)->number, {&s.steps, ns, value, source, list_flag, s.list_depth},
-                                      s.current_entries, added);
+    uint32_t added = 0;
+    const rcode status =
+        out.add(number_of(tree), {steps, steps->steps.size(), ns, value, source, list_flag, s.list_depth},
+                s.current_entries, added);
     if (status == RC_OK && node_out != nullptr)
-        *node_out = &added->node;
+        *node_out = out.hand_out(added);
     return status;
 }
 
-rcode update_namespace(body &s, zmf_datatree *tree, const char *path, const char *ns) {
-    if (tree == nullptr || path == nullptr || ns == nullptr || tree->framework == nullptr || !read_path(path, s.steps))
+rcode update_namespace(zmf_datatree *tree, const char *path, const char *ns) {
+    if (tree == nullptr || ns == nullptr || tree->framework == nullptr)
         return rc_bad_path;
-    if (output_node *found = tree_of(tree)->find(record_of(tree)->number, s.steps))
-        tree_of(tree)->set_namespace(*found, ns);
+    output_tree::body &out = *tree_of(tree);
+    const known_path *steps = out.read(number_of(tree), path);
+    if (steps == nullptr)
+        return rc_bad_path;
+    if (const uint32_t found = out.find(number_of(tree), *steps))
+        out.set_namespace(found, ns);
     return RC_OK;
 }
 
@@ -165,7 +172,7 @@ rcode zmf_map_datatree_update_namespace(zmf_map_ctx ctx, struct zmf_datatree *tr
     body *s = session_of(ctx);
     if (s == nullptr)
         return rc_bad_path;
-    rcode status = answer(*s, [&] { return update_namespace(*s, tree, path, ns); });
+    rcode status = answer(*s, [&] { return update_namespace(tree, path, ns); });
     tell(*s, operation::update_namespace, status, [&](call &made) {
         made.path = path;
         made.ns = ns;

@@ -1,16 +1,22 @@
-// The inside of an output tree. Nodes are numbered in order of creation and live in chunks that never move; number 0 is
-// the root, so 0 also says "none". Each place (a parent and a class) has a slot in one hash table that leads to the
-// newest node there, and through it to the current entry. A second table leads from keys to list entries.
+// The inside of an output tree: how nodes are found by path and by key. output_nodes.h has the nodes.
+//
+// A place is a parent and a class: all nodes of one path below one parent. Its newest node is found among the parent's
+// children while these are few; a parent with many, and a list with a current entry, have their places in a hash table.
+// A second table leads from keys to list entries.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 #include <unordered_map>
 #include <vector>
 
+#include "output_nodes.h"
 #include "path.h"
 #include "schema/schema.h"
 #include "text.h"
@@ -19,29 +25,21 @@
 
 namespace zmf {
 
-// A node with its bookkeeping. A node's address is its record's address; `node.framework` is the tree's body.
-struct output_node {
-    zmf_datatree node;
-    uint32_t number;
-    uint32_t parent;
-    uint32_t first_child, last_child, next_sibling;
-    uint32_t path_class;
-    uint32_t current; // of the newest node of a place: the current entry there
-    uint32_t has_source : 1;
-    uint32_t list_entry : 1;
-    uint32_t noted_at : 30; // of the newest node of a place: level at which `current` was last noted, 0 never
+// A place in the hash table.
+struct kept_place {
+    uint32_t parent, path_class;
+    uint32_t newest;
+    uint32_t current;  // the current entry, 0 where none is
+    uint32_t noted_at; // level at which `current` was last noted, 0 never
 };
 
-// All nodes at one path without keys.
-struct path_class {
-    uint32_t parent;
-    const char *tag;
-    bool is_key = false;
-    bool is_leaf_list = false;
-    std::vector<uint32_t> keys; // classes of the key leaves, for a list of the schema
-    const schema::native_list *native = nullptr;
-    const schema::model *model = nullptr;
-    const schema::node *openconfig = nullptr;
+// A path that was read, and the classes of its steps.
+struct known_path {
+    const char *address = nullptr; // of the text as it was given, and the class of the node that it starts at
+    uint32_t start_class = 0;
+    std::string text;
+    std::vector<path_step> steps; // their texts point into `text`
+    std::vector<uint32_t> classes;
 };
 
 // Current entries that were noted, so that they can be given back. Sizes count what was ever noted and not given back,
@@ -59,11 +57,11 @@ public:
 
     size_t size() const noexcept { return dropped_ + notes_.size(); }
     void give_back(size_t size) noexcept;
-    void note(uint32_t parent, uint32_t place_class, uint32_t entry, uint32_t level);
+    void note(uint32_t entry, uint32_t level);
 
 private:
     struct note_record {
-        uint32_t parent, path_class, current, noted_at;
+        uint32_t place, current, noted_at;
     };
     output_tree::body *tree_ = nullptr;
     std::vector<note_record> notes_;
@@ -71,7 +69,8 @@ private:
 };
 
 struct addition {
-    std::vector<path_step> *steps;
+    const known_path *path;
+    size_t steps; // of the path: how many, from the first
     const char *ns;
     const char *value;          // may be null
     const zmf_datatree *source; // may be null
@@ -79,28 +78,35 @@ struct addition {
     uint32_t level; // list nodes on the walk record
 };
 
-struct output_tree::body {
+struct output_tree::body : node_store {
     body();
     ~body();
     body(const body &) = delete;
     body &operator=(const body &) = delete;
 
-    // `added` is the node at the end of the path. rc_too_big leaves the tree as it is.
-    rcode add(uint32_t start, const addition &what, entry_notes &notes, output_node *&added);
-    output_node *find(uint32_t start, const std::vector<path_step> &steps); // null: not there
-    void set_namespace(output_node &node, const char *ns);
+    // Reads a path that starts at a node. Null: it cannot be read. Valid until the next path is read.
+    const known_path *read(uint32_t start, const char *path);
+    known_path *read_anew(uint32_t start, const char *path); // one that may be changed
 
-    output_node &at(uint32_t number) noexcept { return chunks[number / chunk_nodes][number % chunk_nodes]; }
-    output_node *newest(uint32_t parent, uint32_t cls) noexcept; // null: nothing at this place
-    const path_class &class_at(uint32_t number) const noexcept { return classes[number]; }
+    // `added` is the node at the end of the path. rc_too_big leaves the tree as it is.
+    rcode add(uint32_t start, const addition &what, entry_notes &notes, uint32_t &added);
+    uint32_t find(uint32_t start, const known_path &path);
+    void set_namespace(uint32_t number, const char *ns);
+    zmf_datatree *hand_out(uint32_t number);
+    // From here on an add without list flag falls under no entry that a native list has, unless that one is current.
+    void keep_apart() noexcept { apart_from = node_count; }
+
     size_t bytes() const noexcept;
+
+    uint32_t keep_place(uint32_t parent, uint32_t cls); // its number in `places`
+    std::vector<kept_place> places = std::vector<kept_place>(1);
 
     entry_notes *noted_by = nullptr;
     uint32_t node_count = 0; // the root included
+    uint32_t apart_from = 0; // see keep_apart
     size_t limit = SIZE_MAX;
 
 private:
-    static constexpr size_t chunk_nodes = 512;
     struct key_slot {
         uint32_t hash;
         uint32_t entry; // 0: free
@@ -110,50 +116,61 @@ private:
         std::string_view value;
     };
 
+    using node_store::class_of;
     uint32_t class_of(uint32_t parent, std::string_view tag);
+    bool is_class(uint32_t cls, uint32_t parent, std::string_view tag) const noexcept;
     void consult_schema(uint32_t number);
     std::string path_of(uint32_t cls) const;
+    const known_path *keep_path(size_t slot, uint32_t start_class, const char *path);
+    bool read_into(known_path &path, uint32_t start_class, const char *text);
 
-    output_node &create(uint32_t parent, uint32_t cls, const char *ns);
-    output_node *existing_step(uint32_t parent, uint32_t cls, const path_step &step, bool new_entry);
-    output_node *existing_value(uint32_t parent, uint32_t leaf_list, const char *value);
-    bool is_openconfig_list(uint32_t cls) const noexcept;
-    bool has_any_key(const output_node &entry) noexcept;
-    output_node &create_step(uint32_t parent, uint32_t cls, const path_step &step, const char *ns);
-    size_t bytes_needed(const addition &what, size_t first_missing, const output_node *last) const;
-    void set_value(output_node &node, const char *value, const zmf_datatree *source);
-    bool takes_value(const output_node *node, const char *value, const zmf_datatree *source) const;
+    uint16_t namespace_number(const char *ns);
+    uint32_t create(uint32_t parent, uint32_t cls, uint16_t ns);
+    uint32_t existing_step(uint32_t parent, uint32_t cls, const path_step &step, bool new_entry);
+    uint32_t existing_value(uint32_t parent, uint32_t leaf_list, const char *value);
+    bool has_any_key(uint32_t entry) noexcept;
+    uint32_t create_step(uint32_t parent, uint32_t cls, const path_step &step, uint16_t ns);
+    bool exceeds_limit(size_t need) const noexcept;
+    size_t bytes_needed(const addition &what, size_t first_missing, uint32_t last) const;
+    static void store(node_record &node, const char *value) noexcept;
+    void set_value(uint32_t number, const char *value, const zmf_datatree *source);
+    bool takes_value(uint32_t node, const char *value, const zmf_datatree *source) const;
 
-    size_t place_slot(uint32_t parent, uint32_t cls) noexcept;
-    void grow_places();
+    uint32_t newest(uint32_t parent, uint32_t cls) noexcept;
+    uint32_t newest_child(const node_record &parent, uint32_t cls) const noexcept;
+    uint32_t find_place(uint32_t parent, uint32_t cls) noexcept;
+    size_t place_slot(uint32_t parent, uint32_t cls) const noexcept;
+    void keep_children(uint32_t parent);
+    void grow_place_slots();
+
     uint32_t key_hash(uint32_t parent, uint32_t cls, const std::vector<resolved_key> &keys) const noexcept;
     bool has_keys(uint32_t entry, const std::vector<resolved_key> &keys) noexcept;
-    output_node *entry_with_keys(uint32_t parent, uint32_t cls, const std::vector<resolved_key> &keys);
-    void remember_keys(output_node &entry, const std::vector<resolved_key> &keys);
-    void key_was_set(const output_node &leaf);
+    uint32_t entry_with_keys(uint32_t parent, uint32_t cls, const std::vector<resolved_key> &keys);
+    void remember_keys(uint32_t entry, const std::vector<resolved_key> &keys);
+    void key_was_set(uint32_t leaf);
     void grow_key_slots();
-    std::vector<resolved_key> resolve(uint32_t cls, const std::vector<path_key> &keys);
+    const std::vector<resolved_key> &resolve(uint32_t cls, const std::vector<path_key> &keys);
 
-    std::vector<std::unique_ptr<output_node[]>> chunks;
-    std::vector<uint32_t> places; // newest nodes, open addressing, a power of two
-    size_t places_used = 0;
-    std::vector<key_slot> key_slots; // likewise
+    std::deque<handed_node> handed;
+    std::vector<uint32_t> place_slots; // of `places`, open addressing, a power of two
+    std::vector<key_slot> key_slots;   // likewise
     size_t keys_used = 0;
-    text_table names; // tags and namespaces
+    text_table tags, namespaces;
+    const char *last_ns = nullptr; // as it was given, and its number
+    uint16_t last_ns_number = 0;
     text_arena values;
-    std::vector<path_class> classes;                      // 0 is the root's
     std::unordered_map<uint64_t, uint32_t> class_numbers; // parent class and tag number
-    std::vector<uint32_t> step_classes;                   // of the path under way
+    std::array<std::unique_ptr<known_path>, 1024> paths;  // without keys, by address; open addressing
+    size_t paths_kept = 0;
+    known_path path_with_keys;
+    std::vector<resolved_key> resolved;
 };
 
 inline output_tree::body *tree_of(const zmf_datatree *node) noexcept {
     return static_cast<output_tree::body *>(node->framework);
 }
-inline output_node *record_of(zmf_datatree *node) noexcept {
-    return reinterpret_cast<output_node *>(node);
-}
-inline const output_node *record_of(const zmf_datatree *node) noexcept {
-    return reinterpret_cast<const output_node *>(node);
+inline uint32_t number_of(const zmf_datatree *node) noexcept {
+    return reinterpret_cast<const handed_node *>(node)->number;
 }
 
 } // namespace zmf

@@ -11,11 +11,11 @@ namespace zmf {
 
 namespace {
 
-// What a node and a list entry known by its keys cost, with their share of the look-up tables.
-constexpr size_t node_cost = sizeof(output_node) + 12;
+// What a list entry known by its keys and a node that was handed out cost beside their nodes.
 constexpr size_t entry_cost = 24;
+constexpr size_t handed_cost = sizeof(handed_node) + 16;
 constexpr size_t fewest_slots = 64;
-static_assert(sizeof(output_node) == 112);
+constexpr size_t most_namespaces = UINT16_MAX;
 
 size_t mix(uint64_t key) noexcept {
     key *= UINT64_C(0x9e3779b97f4a7c15);
@@ -58,38 +58,36 @@ void entry_notes::forget() noexcept {
 void entry_notes::give_back(size_t size) noexcept {
     while (!notes_.empty() && dropped_ + notes_.size() > size) {
         const note_record &note = notes_.back();
-        output_node &place = *tree_->newest(note.parent, note.path_class);
-        place.current = note.current;
-        place.noted_at = note.noted_at & 0x3fffffff;
+        tree_->places[note.place].current = note.current;
+        tree_->places[note.place].noted_at = note.noted_at;
         notes_.pop_back();
     }
 }
 
-void entry_notes::note(uint32_t parent, uint32_t place_class, uint32_t entry, uint32_t level) {
-    output_node &place = *tree_->newest(parent, place_class);
-    uint32_t mark = (level + 1) & 0x3fffffff;
-    if (place.noted_at != mark) {
-        notes_.push_back({parent, place_class, place.current, place.noted_at});
-        place.noted_at = mark;
+void entry_notes::note(uint32_t entry, uint32_t level) {
+    const node_record &node = tree_->at(entry);
+    const uint32_t number = tree_->keep_place(node.parent, node.path_class);
+    kept_place &place = tree_->places[number];
+    if (place.noted_at != level + 1) {
+        notes_.push_back({number, place.current, place.noted_at});
+        place.noted_at = level + 1;
     }
     place.current = entry;
 }
 
-output_tree::body::body() {
-    classes.push_back({0, nullptr, false, false, {}, nullptr, nullptr, nullptr});
-    places.assign(fewest_slots, 0);
-    key_slots.assign(fewest_slots, {});
-    chunks.push_back(std::make_unique<output_node[]>(chunk_nodes));
-    at(0).node.framework = this;
+output_tree::body::body() : place_slots(fewest_slots), key_slots(fewest_slots) {
+    classes.push_back({});
+    chunks.push_back(std::make_unique<node_record[]>(chunk_nodes));
     node_count = 1;
+    hand_out(0);
 }
 
 output_tree::body::~body() {
     if (noted_by != nullptr)
         noted_by->forget();
-    for (uint32_t i = 0; i < node_count; ++i)
-        if (at(i).node.has_value_ns) // the plug-in's copy
-            kvo_named_free(at(i).node.value_ns);
+    for (const handed_node &each : handed)
+        if (each.node.has_value_ns) // the plug-in's copy
+            kvo_named_free(each.node.value_ns);
 }
 
 std::string output_tree::body::path_of(uint32_t cls) const {
@@ -100,11 +98,14 @@ std::string output_tree::body::path_of(uint32_t cls) const {
 }
 
 uint32_t output_tree::body::class_of(uint32_t parent, std::string_view tag) {
-    uint32_t tag_number = names.number(tag);
-    auto [known, is_new] = class_numbers.try_emplace(pair(parent, tag_number), static_cast<uint32_t>(classes.size()));
-    uint32_t number = known->second;
+    const uint32_t tag_number = tags.number(tag);
+    const auto [known, is_new] =
+        class_numbers.try_emplace(pair(parent, tag_number), static_cast<uint32_t>(classes.size()));
+    const uint32_t number = known->second;
     if (is_new) {
-        classes.push_back({parent, names.text(tag_number), false, false, {}, nullptr, nullptr, nullptr});
+        path_class &made = classes.emplace_back();
+        made.parent = parent;
+        made.tag = tags.text(tag_number);
         consult_schema(number);
     }
     return number;
@@ -117,29 +118,27 @@ struct openconfig_place {
     const schema::node *node = nullptr;
 };
 
-openconfig_place top_of_models(bool roots, std::string_view tag) {
+openconfig_place top_of_models(std::string_view tag) {
     for (const schema::model &model : schema::models())
-        if (model.is_root == roots)
-            if (const schema::node *top = schema::child(nullptr, model, tag))
-                return {&model, top};
+        if (const schema::node *top = schema::child(nullptr, model, tag))
+            return {&model, top};
     return {};
 }
 
 openconfig_place openconfig_child(const path_class &parent, std::string_view tag) {
     if (parent.tag == nullptr)
-        return top_of_models(true, tag);
+        return top_of_models(tag);
     if (parent.openconfig == nullptr)
         return {};
-    if (const schema::node *node = schema::child(parent.openconfig, *parent.model, tag))
-        return {parent.model, node};
-    return top_of_models(false, tag); // where another model augments this one
+    const schema::node *node = schema::child(parent.openconfig, *parent.model, tag);
+    return node == nullptr ? openconfig_place{} : openconfig_place{parent.model, node};
 }
 
 std::vector<const char *> key_names(const path_class &list) {
     if (list.native != nullptr)
         return {list.native->keys.begin(), list.native->keys.end()};
     std::vector<const char *> names;
-    if (list.openconfig == nullptr || list.openconfig->what != schema::kind::list)
+    if (!list.is_openconfig_list)
         return names;
     auto rows = list.model->nodes;
     for (size_t i = static_cast<size_t>(list.openconfig - rows.data()) + 1; i < list.openconfig->end; ++i)
@@ -157,6 +156,7 @@ void output_tree::body::consult_schema(uint32_t number) {
     openconfig_place place = openconfig_child(parent, made.tag);
     made.model = place.model;
     made.openconfig = place.node;
+    made.is_openconfig_list = place.node != nullptr && place.node->what == schema::kind::list;
     const schema::native_node *native = schema::native_at(path_of(number));
     made.is_leaf_list = (native != nullptr && native->what == schema::kind::leaf_list) ||
                         (place.node != nullptr && place.node->what == schema::kind::leaf_list);
@@ -170,25 +170,125 @@ void output_tree::body::consult_schema(uint32_t number) {
     classes[number].keys = std::move(keys);
 }
 
-size_t output_tree::body::place_slot(uint32_t parent, uint32_t cls) noexcept {
-    size_t mask = places.size() - 1;
+bool output_tree::body::read_into(known_path &path, uint32_t start_class, const char *text) {
+    path.text = text;
+    if (!read_path(path.text, path.steps))
+        return false;
+    path.classes.resize(path.steps.size());
+    uint32_t cls = start_class;
+    for (size_t i = 0; i < path.steps.size(); ++i) {
+        // The path that was read before has often the same steps.
+        const bool is_known = path.classes[i] != 0 && is_class(path.classes[i], cls, path.steps[i].name);
+        cls = is_known ? path.classes[i] : class_of(cls, path.steps[i].name);
+        path.classes[i] = cls;
+    }
+    return true;
+}
+
+bool output_tree::body::is_class(uint32_t cls, uint32_t parent, std::string_view tag) const noexcept {
+    return classes[cls].parent == parent && tag == classes[cls].tag;
+}
+
+known_path *output_tree::body::read_anew(uint32_t start, const char *path) {
+    return path != nullptr && read_into(path_with_keys, at(start).path_class, path) ? &path_with_keys : nullptr;
+}
+
+// Most paths are constants of the plug-in, told again and again. What stands at an address may have changed.
+const known_path *output_tree::body::read(uint32_t start, const char *path) {
+    if (path == nullptr)
+        return nullptr;
+    const uint32_t start_class = at(start).path_class;
+    size_t slot = mix(reinterpret_cast<uintptr_t>(path) + start_class) % paths.size();
+    while (paths[slot] != nullptr && (paths[slot]->address != path || paths[slot]->start_class != start_class))
+        slot = (slot + 1) % paths.size();
+    if (paths[slot] != nullptr && std::strcmp(paths[slot]->text.c_str(), path) == 0)
+        return paths[slot].get();
+    if (std::strchr(path, '[') != nullptr)
+        return read_anew(start, path);
+    return keep_path(slot, start_class, path);
+}
+
+const known_path *output_tree::body::keep_path(size_t slot, uint32_t start_class, const char *path) {
+    auto made = std::make_unique<known_path>();
+    if (!read_into(*made, start_class, path))
+        return nullptr;
+    if (paths[slot] == nullptr && ++paths_kept > paths.size() / 2) {
+        paths = {};
+        paths_kept = 1;
+    }
+    made->address = path;
+    made->start_class = start_class;
+    paths[slot] = std::move(made);
+    return paths[slot].get();
+}
+
+size_t output_tree::body::place_slot(uint32_t parent, uint32_t cls) const noexcept {
+    const size_t mask = place_slots.size() - 1;
     size_t slot = mix(pair(parent, cls)) & mask;
-    while (places[slot] != 0 && (at(places[slot]).parent != parent || at(places[slot]).path_class != cls))
+    while (place_slots[slot] != 0 &&
+           (places[place_slots[slot]].parent != parent || places[place_slots[slot]].path_class != cls))
         slot = (slot + 1) & mask;
     return slot;
 }
 
-output_node *output_tree::body::newest(uint32_t parent, uint32_t cls) noexcept {
-    uint32_t number = places[place_slot(parent, cls)];
-    return number == 0 ? nullptr : &at(number);
+uint32_t output_tree::body::find_place(uint32_t parent, uint32_t cls) noexcept {
+    path_class &of = classes[cls];
+    const kept_place &last = places[of.last_place];
+    if (of.last_place != 0 && last.parent == parent && last.path_class == cls)
+        return of.last_place;
+    const uint32_t found = place_slots[place_slot(parent, cls)];
+    if (found != 0)
+        of.last_place = found;
+    return found;
 }
 
-void output_tree::body::grow_places() {
-    std::vector<uint32_t> old(places.size() * 2, 0);
-    old.swap(places);
-    for (uint32_t number : old)
-        if (number != 0)
-            places[place_slot(at(number).parent, at(number).path_class)] = number;
+void output_tree::body::grow_place_slots() {
+    place_slots.assign(place_slots.size() * 2, 0);
+    for (uint32_t number = 1; number < places.size(); ++number)
+        place_slots[place_slot(places[number].parent, places[number].path_class)] = number;
+}
+
+uint32_t output_tree::body::keep_place(uint32_t parent, uint32_t cls) {
+    if (const uint32_t known = find_place(parent, cls))
+        return known;
+    const uint32_t last = newest(parent, cls);
+    if (too_full(places.size(), place_slots.size()))
+        grow_place_slots();
+    const auto number = static_cast<uint32_t>(places.size());
+    place_slots[place_slot(parent, cls)] = number;
+    places.push_back({parent, cls, last, 0, 0});
+    classes[cls].has_places = true;
+    return classes[cls].last_place = number;
+}
+
+void output_tree::body::keep_children(uint32_t parent) {
+    for (uint32_t child = at(parent).first_child; child != 0; child = at(child).next_sibling)
+        places[keep_place(parent, at(child).path_class)].newest = child;
+}
+
+// Of a parent whose places are not kept, so its children are few.
+uint32_t output_tree::body::newest_child(const node_record &parent, uint32_t cls) const noexcept {
+    uint32_t found = 0;
+    for (uint32_t child = parent.first_child; child != 0; child = at(child).next_sibling)
+        if (at(child).path_class == cls)
+            found = child;
+    return found;
+}
+
+// 0: nothing at this place.
+uint32_t output_tree::body::newest(uint32_t parent, uint32_t cls) noexcept {
+    path_class &of = classes[cls];
+    if (of.last_node != 0 && at(of.last_node).parent == parent)
+        return of.last_node;
+    const node_record &above = at(parent);
+    uint32_t found = 0;
+    if (above.children == few_children)
+        found = places[find_place(parent, cls)].newest;
+    else
+        found = newest_child(above, cls);
+    if (found != 0)
+        of.last_node = found;
+    return found;
 }
 
 uint32_t output_tree::body::key_hash(uint32_t parent, uint32_t cls,
@@ -201,21 +301,22 @@ uint32_t output_tree::body::key_hash(uint32_t parent, uint32_t cls,
 
 bool output_tree::body::has_keys(uint32_t entry, const std::vector<resolved_key> &keys) noexcept {
     return std::all_of(keys.begin(), keys.end(), [&](const resolved_key &key) {
-        const output_node *leaf = newest(entry, key.path_class);
-        return leaf != nullptr && leaf->node.value != nullptr && key.value == leaf->node.value;
+        const uint32_t leaf = newest(entry, key.path_class);
+        const char *value = leaf == 0 ? nullptr : value_of(at(leaf));
+        return value != nullptr && key.value == value;
     });
 }
 
-output_node *output_tree::body::entry_with_keys(uint32_t parent, uint32_t cls, const std::vector<resolved_key> &keys) {
-    uint32_t hash = key_hash(parent, cls, keys);
-    size_t mask = key_slots.size() - 1;
+uint32_t output_tree::body::entry_with_keys(uint32_t parent, uint32_t cls, const std::vector<resolved_key> &keys) {
+    const uint32_t hash = key_hash(parent, cls, keys);
+    const size_t mask = key_slots.size() - 1;
     for (size_t slot = hash & mask; key_slots[slot].entry != 0; slot = (slot + 1) & mask) {
-        output_node &entry = at(key_slots[slot].entry);
-        if (key_slots[slot].hash == hash && entry.parent == parent && entry.path_class == cls &&
-            has_keys(entry.number, keys))
-            return &entry;
+        const uint32_t entry = key_slots[slot].entry;
+        if (key_slots[slot].hash == hash && at(entry).parent == parent && at(entry).path_class == cls &&
+            has_keys(entry, keys))
+            return entry;
     }
-    return nullptr;
+    return 0;
 }
 
 void output_tree::body::grow_key_slots() {
@@ -232,216 +333,257 @@ void output_tree::body::grow_key_slots() {
     }
 }
 
-// The first entry with these keys is the one that is found later.
-void output_tree::body::remember_keys(output_node &entry, const std::vector<resolved_key> &keys) {
-    if (entry_with_keys(entry.parent, entry.path_class, keys) != nullptr)
-        return;
+// No entry with these keys is known yet.
+void output_tree::body::remember_keys(uint32_t entry, const std::vector<resolved_key> &keys) {
     if (too_full(keys_used, key_slots.size()))
         grow_key_slots();
-    uint32_t hash = key_hash(entry.parent, entry.path_class, keys);
-    size_t mask = key_slots.size() - 1;
+    const uint32_t hash = key_hash(at(entry).parent, at(entry).path_class, keys);
+    const size_t mask = key_slots.size() - 1;
     size_t slot = hash & mask;
     while (key_slots[slot].entry != 0)
         slot = (slot + 1) & mask;
-    key_slots[slot] = {hash, entry.number};
+    key_slots[slot] = {hash, entry};
     ++keys_used;
 }
 
-void output_tree::body::key_was_set(const output_node &leaf) {
-    output_node &entry = at(leaf.parent);
-    std::vector<resolved_key> keys;
-    for (uint32_t cls : classes[entry.path_class].keys) {
-        const output_node *key = newest(entry.number, cls);
-        if (key == nullptr || key->node.value == nullptr)
+// The first entry with its keys is the one that is found later.
+void output_tree::body::key_was_set(uint32_t leaf) {
+    const uint32_t entry = at(leaf).parent;
+    resolved.clear();
+    for (const uint32_t cls : class_of(at(entry)).keys) {
+        const uint32_t key = newest(entry, cls);
+        const char *value = key == 0 ? nullptr : value_of(at(key));
+        if (value == nullptr)
             return;
-        keys.push_back({cls, key->node.value});
+        resolved.push_back({cls, value});
     }
-    if (!keys.empty())
-        remember_keys(entry, keys);
+    if (!resolved.empty() && entry_with_keys(at(entry).parent, at(entry).path_class, resolved) == 0)
+        remember_keys(entry, resolved);
 }
 
-std::vector<output_tree::body::resolved_key> output_tree::body::resolve(uint32_t cls,
-                                                                        const std::vector<path_key> &keys) {
-    std::vector<resolved_key> resolved;
-    resolved.reserve(keys.size());
-    for (const path_key &key : keys)
-        resolved.push_back({class_of(cls, key.name), key.value});
+const std::vector<output_tree::body::resolved_key> &output_tree::body::resolve(uint32_t cls,
+                                                                               const std::vector<path_key> &keys) {
+    resolved.clear();
+    for (const path_key &key : keys) {
+        const std::vector<uint32_t> &known = classes[cls].keys;
+        const auto found =
+            std::find_if(known.begin(), known.end(), [&](uint32_t each) { return key.name == classes[each].tag; });
+        resolved.push_back({found != known.end() ? *found : class_of(cls, key.name), key.value});
+    }
     return resolved;
 }
 
-output_node *output_tree::body::existing_step(uint32_t parent, uint32_t cls, const path_step &step, bool new_entry) {
+uint32_t output_tree::body::existing_step(uint32_t parent, uint32_t cls, const path_step &step, bool new_entry) {
     if (!step.keys.empty())
         return entry_with_keys(parent, cls, resolve(cls, step.keys));
-    output_node *last = newest(parent, cls);
-    if (last == nullptr)
-        return nullptr;
-    output_node *current = last->current == 0 ? nullptr : &at(last->current);
+    const uint32_t last = newest(parent, cls);
+    if (last == 0)
+        return 0;
+    const uint32_t current = classes[cls].has_places ? places[find_place(parent, cls)].current : 0;
     if (new_entry)
-        return current != nullptr && current->first_child == 0 ? current : nullptr;
-    if (current != nullptr || !is_openconfig_list(cls))
-        return current != nullptr ? current : last;
+        return current != 0 && at(current).first_child == 0 ? current : 0;
+    if (current != 0)
+        return current;
+    if (!classes[cls].is_openconfig_list)
+        return classes[cls].native != nullptr && last < apart_from ? 0 : last;
     // What has no current entry in an OpenConfig list belongs to none of the real ones.
-    return has_any_key(*last) ? nullptr : last;
+    return has_any_key(last) ? 0 : last;
 }
 
-bool output_tree::body::is_openconfig_list(uint32_t cls) const noexcept {
-    return classes[cls].openconfig != nullptr && classes[cls].openconfig->what == schema::kind::list;
-}
-
-bool output_tree::body::has_any_key(const output_node &entry) noexcept {
-    const std::vector<uint32_t> &keys = classes[entry.path_class].keys;
-    return std::any_of(keys.begin(), keys.end(), [&](uint32_t key) { return newest(entry.number, key) != nullptr; });
+bool output_tree::body::has_any_key(uint32_t entry) noexcept {
+    const std::vector<uint32_t> &keys = class_of(at(entry)).keys;
+    return std::any_of(keys.begin(), keys.end(), [&](uint32_t key) { return newest(entry, key) != 0; });
 }
 
 // A leaf-list has one node for each value; the same value added again is the same node.
-output_node *output_tree::body::existing_value(uint32_t parent, uint32_t leaf_list, const char *value) {
-    output_node *last = newest(parent, leaf_list);
-    if (last == nullptr || (last->node.value == nullptr) != (value == nullptr))
-        return nullptr;
-    return value == nullptr || std::strcmp(last->node.value, value) == 0 ? last : nullptr;
+uint32_t output_tree::body::existing_value(uint32_t parent, uint32_t leaf_list, const char *value) {
+    const uint32_t last = newest(parent, leaf_list);
+    const char *held = last == 0 ? nullptr : value_of(at(last));
+    if (last == 0 || (held == nullptr) != (value == nullptr))
+        return 0;
+    return value == nullptr || std::strcmp(held, value) == 0 ? last : 0;
 }
 
-output_node &output_tree::body::create(uint32_t parent, uint32_t cls, const char *ns) {
+uint16_t output_tree::body::namespace_number(const char *ns) {
+    if (ns != last_ns || std::strcmp(ns, namespace_texts[last_ns_number]) != 0) {
+        last_ns = ns;
+        last_ns_number = static_cast<uint16_t>(namespaces.number(ns));
+        if (last_ns_number == namespace_texts.size())
+            namespace_texts.push_back(namespaces.text(last_ns_number));
+    }
+    return last_ns_number;
+}
+
+uint32_t output_tree::body::create(uint32_t parent, uint32_t cls, uint16_t ns) {
     if (node_count % chunk_nodes == 0)
-        chunks.push_back(std::make_unique<output_node[]>(chunk_nodes));
-    if (too_full(places_used, places.size()))
-        grow_places();
-    uint32_t number = node_count++;
-    output_node &made = at(number);
-    made.number = number;
+        chunks.push_back(std::make_unique<node_record[]>(chunk_nodes));
+    const uint32_t number = node_count++;
+    node_record &made = at(number);
     made.parent = parent;
     made.path_class = cls;
-    made.node.tag = classes[cls].tag;
-    made.node.ns = names.text(names.number(ns));
-    made.node.framework = this;
+    made.ns = ns;
 
-    output_node &above = at(parent);
+    node_record &above = at(parent);
     (above.first_child == 0 ? above.first_child : at(above.last_child).next_sibling) = number;
     above.last_child = number;
-
-    uint32_t &slot = places[place_slot(parent, cls)];
-    if (slot == 0) {
-        ++places_used;
-    } else { // what is noted of a place moves with the newest node
-        made.current = at(slot).current;
-        made.noted_at = at(slot).noted_at;
+    if (above.children < few_children) {
+        if (const uint32_t place = classes[cls].has_places ? find_place(parent, cls) : 0)
+            places[place].newest = number;
+        if (++above.children == few_children)
+            keep_children(parent);
+    } else {
+        places[keep_place(parent, cls)].newest = number;
     }
-    slot = number;
-    return made;
+    classes[cls].last_node = number;
+    return number;
 }
 
-output_node &output_tree::body::create_step(uint32_t parent, uint32_t cls, const path_step &step, const char *ns) {
-    output_node &made = create(parent, cls, ns);
+uint32_t output_tree::body::create_step(uint32_t parent, uint32_t cls, const path_step &step, uint16_t ns) {
+    const uint32_t made = create(parent, cls, ns);
     if (!step.keys.empty()) {
-        std::vector<resolved_key> keys = resolve(cls, step.keys);
-        made.list_entry = 1;
-        for (const resolved_key &key : keys) {
-            output_node &leaf = create(made.number, key.path_class, ns);
-            leaf.node.value = values.keep(key.value);
-            leaf.node.has_value = 1;
-        }
-        remember_keys(made, keys);
+        at(made).list_entry = 1;
+        for (const resolved_key &key : resolve(cls, step.keys))
+            at(create(made, key.path_class, ns)).value = values.keep(key.value);
+        remember_keys(made, resolved);
     }
     return made;
 }
 
 // Whether an add stores its value: a key holds what it has against an add without value.
-bool output_tree::body::takes_value(const output_node *node, const char *value, const zmf_datatree *source) const {
-    if (value == nullptr || node == nullptr || node->node.value == nullptr)
+bool output_tree::body::takes_value(uint32_t node, const char *value, const zmf_datatree *source) const {
+    const char *held = node == 0 ? nullptr : value_of(at(node));
+    if (value == nullptr || held == nullptr)
         return value != nullptr;
-    return source != nullptr && std::strcmp(node->node.value, value) != 0;
+    return source != nullptr && std::strcmp(held, value) != 0;
 }
 
-void output_tree::body::set_value(output_node &node, const char *value, const zmf_datatree *source) {
-    bool is_key = classes[node.path_class].is_key;
-    bool stores = takes_value(&node, value, source);
+void output_tree::body::store(node_record &node, const char *value) noexcept {
+    if (node.is_handed) {
+        node.handed->node.value = value;
+        node.handed->node.has_value = value != nullptr;
+    } else {
+        node.value = value;
+    }
+}
+
+void output_tree::body::set_value(uint32_t number, const char *value, const zmf_datatree *source) {
+    node_record &node = at(number);
+    const bool is_key = class_of(node).is_key;
+    const bool stores = takes_value(number, value, source);
     if (stores)
-        node.node.value = values.keep(value);
+        store(node, values.keep(value));
     else if (value == nullptr && source != nullptr && !is_key)
-        node.node.value = nullptr;
-    node.node.has_value = node.node.value != nullptr;
+        store(node, nullptr);
     if (source != nullptr) {
         node.has_source = 1;
         if (!is_key) {
-            node.node.op = source->op;
-            node.node.op_explicit = source->op_explicit;
+            node.op = source->op & 0x7f;
+            node.op_explicit = source->op_explicit;
+            if (node.is_handed) {
+                node.handed->node.op = node.op;
+                node.handed->node.op_explicit = node.op_explicit;
+            }
         }
     }
     if (is_key && stores)
-        key_was_set(node);
+        key_was_set(number);
 }
 
 size_t output_tree::body::bytes() const noexcept {
-    return (node_count - 1) * node_cost + keys_used * entry_cost + values.bytes();
+    return (node_count - 1) * sizeof(node_record) + keys_used * entry_cost + handed.size() * handed_cost +
+           places.size() * sizeof(kept_place) + values.bytes();
 }
 
-size_t output_tree::body::bytes_needed(const addition &what, size_t first_missing, const output_node *last) const {
+size_t output_tree::body::bytes_needed(const addition &what, size_t first_missing, uint32_t last) const {
+    constexpr size_t node_cost = sizeof(node_record) + sizeof(kept_place) / 2;
     size_t need = takes_value(last, what.value, what.source) ? std::strlen(what.value) + 1 + entry_cost : 0;
-    for (size_t i = first_missing; i < what.steps->size(); ++i) {
+    for (size_t i = first_missing; i < what.steps; ++i) {
         need += node_cost;
-        for (const path_key &key : (*what.steps)[i].keys)
+        for (const path_key &key : what.path->steps[i].keys)
             need += node_cost + entry_cost + key.value.size() + 1;
     }
     return need;
 }
 
-rcode output_tree::body::add(uint32_t start, const addition &what, entry_notes &notes, output_node *&added) {
-    const std::vector<path_step> &steps = *what.steps;
-    step_classes.clear();
-    for (const path_step &step : steps)
-        step_classes.push_back(class_of(step_classes.empty() ? at(start).path_class : step_classes.back(), step.name));
+bool output_tree::body::exceeds_limit(size_t need) const noexcept {
+    return need > limit || bytes() > limit - need;
+}
 
+rcode output_tree::body::add(uint32_t start, const addition &what, entry_notes &notes, uint32_t &added) {
+    const std::vector<path_step> &steps = what.path->steps;
+    const std::vector<uint32_t> &step_classes = what.path->classes;
     size_t known = 0;
-    output_node *place = &at(start);
-    while (known < steps.size()) {
-        bool is_last = known + 1 == steps.size();
-        output_node *next =
-            is_last && classes[step_classes[known]].is_leaf_list
-                ? existing_value(place->number, step_classes[known], what.value)
-                : existing_step(place->number, step_classes[known], steps[known], is_last && what.list_flag);
-        if (next == nullptr)
+    uint32_t place = start;
+    for (; known < what.steps; ++known) {
+        const uint32_t cls = step_classes[known];
+        const bool is_last = known + 1 == what.steps;
+        const uint32_t next = is_last && classes[cls].is_leaf_list
+                                  ? existing_value(place, cls, what.value)
+                                  : existing_step(place, cls, steps[known], is_last && what.list_flag);
+        if (next == 0)
             break;
         place = next;
-        ++known;
     }
-    size_t need = bytes_needed(what, known, known == steps.size() ? place : nullptr);
-    if (need > limit || bytes() > limit - need)
+    const uint16_t ns = namespace_number(what.ns);
+    if (namespaces.size() > most_namespaces ||
+        (limit != SIZE_MAX && exceeds_limit(bytes_needed(what, known, known == what.steps ? place : 0))))
         return rc_too_big;
 
-    for (; known < steps.size(); ++known)
-        place = &create_step(place->number, step_classes[known], steps[known], what.ns);
-    set_value(*place, what.value, what.source);
-    if (what.list_flag && !classes[place->path_class].is_leaf_list) {
-        place->list_entry = 1;
+    for (; known < what.steps; ++known)
+        place = create_step(place, step_classes[known], steps[known], ns);
+    set_value(place, what.value, what.source);
+    if (what.list_flag && !class_of(at(place)).is_leaf_list) {
+        at(place).list_entry = 1;
         notes.enter(*this);
-        notes.note(place->parent, place->path_class, place->number, what.level);
+        notes.note(place, what.level);
     }
     added = place;
     return RC_OK;
 }
 
-output_node *output_tree::body::find(uint32_t start, const std::vector<path_step> &steps) {
-    output_node *place = &at(start);
-    for (const path_step &step : steps) {
-        place = existing_step(place->number, class_of(place->path_class, step.name), step, false);
-        if (place == nullptr)
-            return nullptr;
+uint32_t output_tree::body::find(uint32_t start, const known_path &path) {
+    uint32_t place = start;
+    for (size_t i = 0; i < path.steps.size(); ++i) {
+        place = existing_step(place, path.classes[i], path.steps[i], false);
+        if (place == 0)
+            return 0;
     }
     return place;
 }
 
-void output_tree::body::set_namespace(output_node &node, const char *ns) {
-    node.node.ns = names.text(names.number(ns));
+void output_tree::body::set_namespace(uint32_t number, const char *ns) {
+    node_record &node = at(number);
+    node.ns = namespace_number(ns);
+    if (node.is_handed)
+        node.handed->node.ns = namespace_of(node);
+}
+
+zmf_datatree *output_tree::body::hand_out(uint32_t number) {
+    node_record &record = at(number);
+    if (record.is_handed)
+        return &record.handed->node;
+    handed_node &made = handed.emplace_back();
+    made.number = number;
+    made.node.tag = class_of(record).tag;
+    made.node.value = record.value;
+    made.node.has_value = record.value != nullptr;
+    made.node.ns = namespace_of(record);
+    made.node.op = record.op;
+    made.node.op_explicit = record.op_explicit;
+    made.node.framework = this;
+    record.handed = &made;
+    record.is_handed = 1;
+    return &made.node;
 }
 
 output_tree::output_tree() : body_(std::make_unique<body>()) {}
 output_tree::~output_tree() = default;
 
 zmf_datatree *output_tree::root() noexcept {
-    return &body_->at(0).node;
+    return body_->hand_out(0);
 }
-const zmf_datatree *output_tree::root() const noexcept {
-    return &body_->at(0).node;
+output_node output_tree::top() const noexcept {
+    return {body_.get(), 0};
 }
 size_t output_tree::nodes() const noexcept {
     return body_->node_count - 1;
@@ -452,45 +594,10 @@ size_t output_tree::bytes() const noexcept {
 void output_tree::limit(size_t bytes) {
     body_->limit = bytes;
 }
-
-namespace {
-const zmf_datatree *numbered(const zmf_datatree *of, uint32_t number) noexcept {
-    return number == 0 ? nullptr : &tree_of(of)->at(number).node;
-}
-} // namespace
-
-const zmf_datatree *output_tree::first_child(const zmf_datatree *node) noexcept {
-    return numbered(node, record_of(node)->first_child);
-}
-const zmf_datatree *output_tree::next_sibling(const zmf_datatree *node) noexcept {
-    return numbered(node, record_of(node)->next_sibling);
-}
-const zmf_datatree *output_tree::parent(const zmf_datatree *node) noexcept {
-    const output_node *record = record_of(node);
-    return record->number == 0 ? nullptr : &tree_of(node)->at(record->parent).node;
-}
-bool output_tree::is_list_entry(const zmf_datatree *node) noexcept {
-    return record_of(node)->list_entry;
-}
-bool output_tree::is_key(const zmf_datatree *node) noexcept {
-    return tree_of(node)->class_at(record_of(node)->path_class).is_key;
-}
-bool output_tree::has_source(const zmf_datatree *node) noexcept {
-    return record_of(node)->has_source;
-}
-bool output_tree::is_leaf_list(const zmf_datatree *node) noexcept {
-    return tree_of(node)->class_at(record_of(node)->path_class).is_leaf_list;
-}
-uint32_t output_tree::number(const zmf_datatree *node) noexcept {
-    return record_of(node)->number;
-}
-const schema::node *output_tree::schema_node(const zmf_datatree *node) noexcept {
-    return tree_of(node)->class_at(record_of(node)->path_class).openconfig;
-}
-const zmf_datatree *output_tree::find(const char *path) {
-    std::vector<path_step> steps;
-    output_node *found = read_path(path, steps) ? body_->find(0, steps) : nullptr;
-    return found == nullptr ? nullptr : &found->node;
+output_node output_tree::find(const char *path) {
+    const known_path *steps = body_->read(0, path);
+    const uint32_t found = steps == nullptr ? 0 : body_->find(0, *steps);
+    return found == 0 ? output_node() : output_node(body_.get(), found);
 }
 
 } // namespace zmf

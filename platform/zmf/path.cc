@@ -1,15 +1,29 @@
 // Reading paths: see path.h.
 #include "path.h"
 
+#include <array>
+#include <cstdint>
+
 namespace zmf {
 
 namespace {
 
+enum class letter : uint8_t { other, inner, opening };
+
+constexpr std::array<letter, 256> letters = [] {
+    std::array<letter, 256> made{};
+    for (const char c : std::string_view("abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ_"))
+        made[static_cast<unsigned char>(c)] = letter::opening;
+    for (const char c : std::string_view("0123456789-."))
+        made[static_cast<unsigned char>(c)] = letter::inner;
+    return made;
+}();
+
 bool opens_name(char c) {
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_';
+    return letters[static_cast<unsigned char>(c)] == letter::opening;
 }
 bool in_name(char c) {
-    return opens_name(c) || (c >= '0' && c <= '9') || c == '-' || c == '.';
+    return letters[static_cast<unsigned char>(c)] != letter::other;
 }
 
 // Length of the name, with or without prefix, that `text` begins with; 0 if it begins with none.

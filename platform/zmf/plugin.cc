@@ -1,5 +1,6 @@
 // Loading the plug-in and running a request through its roots: see plugin.h.
-// To add a root of the way up: its row in `up_roots`, where its turn is.
+// To add a root of the way up: its row in `up_roots`, where its turn is; a group of records: its name in
+// `record_groups`.
 #include "plugin.h"
 
 #include <dlfcn.h>
@@ -8,6 +9,8 @@
 #include <iterator>
 #include <vector>
 
+#include "component_road.h"
+#include "pouch/registry.h"
 #include "schema/schema.h"
 #include "session_body.h"
 
@@ -38,6 +41,14 @@ constexpr up_root up_roots[] = {
     // clang-format on
 };
 
+constexpr const char *record_groups[] = {
+    "pouch_register_all_optics_ui_pouchs",
+    "pouch_register_all_otu_ma_pouchs",
+    "pouch_register_all_odu_ma_pouchs",
+    "pouch_register_all_otn_te_common_pouchs",
+    "pouch_register_all_ethernet_show_controller_pouchs",
+};
+
 std::string_view text_or_empty(const char *text) {
     return text == nullptr ? std::string_view() : text;
 }
@@ -56,19 +67,29 @@ bool takes(const up_root &root, const zmf_datatree &top) {
 
 } // namespace
 
+void plugin::unload::operator()(void *handle) const {
+    dlclose(handle);
+}
+
 plugin::plugin(const std::string &file) : file_(file), handle_(dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL)) {
     if (handle_ == nullptr) {
         const char *reason = dlerror();
         throw plugin_error{"plug-in \"" + file + "\" does not load: " + (reason == nullptr ? "no reason" : reason)};
     }
+    register_records();
 }
 
-plugin::~plugin() {
-    dlclose(handle_);
+// A group that is not exported is left out.
+void plugin::register_records() const {
+    for (const char *name : record_groups) {
+        const auto register_group = reinterpret_cast<rcode (*)()>(symbol(name));
+        if (register_group != nullptr && register_group() != RC_OK)
+            throw plugin_error{"plug-in \"" + file_ + "\": " + name + " fails: " + pouch::last_refusal()};
+    }
 }
 
 void *plugin::symbol(const char *name) const noexcept {
-    return dlsym(handle_, name);
+    return dlsym(handle_.get(), name);
 }
 
 zmf_node_fn plugin::node_function(const std::string &name) const {
@@ -85,8 +106,11 @@ rcode plugin::down(session &s, const fixed_tree &request, output_tree &out) cons
     for (uint32_t i = 0; i < request.count(); ++i) {
         if (i != 0)
             s.reset();
-        s.internals()->walked_top = &request.tops()[i];
-        rcode status = roots[i](s.context(), &request.tops()[i], out.root());
+        zmf_datatree &top = request.tops()[i];
+        s.internals()->walked_top = &top;
+        const bool has_entries = std::string_view(top.tag) == "components";
+        const rcode status =
+            has_entries ? walk_components(*this, s, top, out) : roots[i](s.context(), &top, out.root());
         if (status != RC_OK)
             return status;
     }

@@ -12,17 +12,16 @@ namespace zmf {
 
 class plugin {
 public:
-    // Throws plugin_error with the file and the loader's words.
+    // Registers the record types of the plug-in, as a loader does. Throws plugin_error with the file and the loader's
+    // words, or the record that is refused.
     explicit plugin(const std::string &file);
-    ~plugin();
-    plugin(const plugin &) = delete;
-    plugin &operator=(const plugin &) = delete;
 
     void *symbol(const char *name) const noexcept;            // null: not exported
     zmf_node_fn node_function(const std::string &name) const; // throws plugin_error naming the missing function
 
-    // Walks each top node by the root of its model, in order, and stops at the first status that is not 0. Top nodes
-    // are those of schema::root_of; others are refused before the walk (throws plugin_error).
+    // Walks each top node by the root of its model, `components` by what the plug-in has for the children of a
+    // component (component_road.h), in order, and stops at the first status that is not 0. Top nodes are those of
+    // schema::root_of; others are refused before the walk (throws plugin_error).
     rcode down(session &s, const fixed_tree &request, output_tree &out) const;
 
     // Walks native top nodes up, root by root in the order that replies rely on: components before logical channels. A
@@ -33,9 +32,14 @@ public:
 
 private:
     zmf_node_fn up_function(const char *name) const;
+    void register_records() const;
+
+    struct unload {
+        void operator()(void *handle) const;
+    };
 
     std::string file_;
-    void *handle_;
+    std::unique_ptr<void, unload> handle_;
 };
 
 struct plugin_error {

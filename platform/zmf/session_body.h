@@ -120,10 +120,10 @@ struct session::body {
     text_table paths;
     entry_notes current_entries;
     std::deque<zmf_itree_frame> itree; // frames keep their address
-    std::vector<path_step> steps;      // of the path under way
     child_finder children;
 
     grown_arrays added_keys;
+    zmf_datatree meant_entry{}, meant_child{}; // what a read of components means without naming it
     text_table added_tags;
     text_arena added_values;
 

@@ -30,6 +30,7 @@ public:
     uint32_t number(std::string_view text);                           // finds or adds
     uint32_t find(std::string_view text) const noexcept;              // 0: not there
     const char *text(uint32_t number) const noexcept;                 // null for 0
+    size_t size() const noexcept { return texts_.size(); }            // distinct texts
     void forget_look_up() noexcept;                                   // from here on only text() works
     text_arena release_texts() noexcept { return std::move(arena_); } // keeps what text() handed out
 

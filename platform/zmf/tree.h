@@ -6,11 +6,8 @@
 #include <memory>
 #include <string_view>
 
+#include "output_nodes.h"
 #include "zmf.h"
-
-namespace schema {
-struct node;
-}
 
 namespace zmf {
 
@@ -57,8 +54,10 @@ private:
     std::unique_ptr<state> state_;
 };
 
-// An output tree: nodes in stable storage, one by one, found by hash. Grows through the operations of the framework
-// only (see session). Deleting the tree releases all of it.
+class output_node;
+
+// An output tree: nodes are found by hash and kept small; one that is handed out stays where it is. Grows through the
+// operations of the framework only (see session). Deleting the tree releases all of it.
 class output_tree {
 public:
     output_tree();
@@ -66,25 +65,14 @@ public:
     output_tree(const output_tree &) = delete;
     output_tree &operator=(const output_tree &) = delete;
 
-    zmf_datatree *root() noexcept;
-    const zmf_datatree *root() const noexcept;
+    zmf_datatree *root() noexcept; // for walkers
+    output_node top() const noexcept;
     size_t nodes() const noexcept; // without the root
     size_t bytes() const noexcept; // storage in use
     void limit(size_t bytes);      // an add that would need more answers rc_too_big
 
-    // Reading, in order of creation. `node` is the root or a node of an output tree.
-    static const zmf_datatree *first_child(const zmf_datatree *node) noexcept;
-    static const zmf_datatree *next_sibling(const zmf_datatree *node) noexcept;
-    static const zmf_datatree *parent(const zmf_datatree *node) noexcept; // null for the root
-    static bool is_list_entry(const zmf_datatree *node) noexcept;         // made by an add with list flag, or by key
-    static bool is_key(const zmf_datatree *node) noexcept;                // a key leaf by the tables of platform/schema
-    static bool has_source(const zmf_datatree *node) noexcept;            // an add with source made or last changed it
-    static bool is_leaf_list(const zmf_datatree *node) noexcept;          // by the tables of platform/schema
-    static uint32_t number(const zmf_datatree *node) noexcept; // from 1, in order of creation; the root has 0
-    static const schema::node *schema_node(const zmf_datatree *node) noexcept; // null: no OpenConfig table has it
-
-    // The node at an absolute path with keys; null: not there, or no path.
-    const zmf_datatree *find(const char *path);
+    // The node at an absolute path with keys, if there is one.
+    output_node find(const char *path);
 
     struct body;
     body *internals() noexcept { return body_.get(); }
@@ -92,5 +80,50 @@ public:
 private:
     std::unique_ptr<body> body_;
 };
+
+// A node of an output tree, for reading. Small, and valid as long as the tree; one that is made of nothing is no node.
+class output_node {
+public:
+    output_node() noexcept = default;
+    output_node(const node_store *store, uint32_t number) noexcept : store_(store), number_(number) {}
+
+    explicit operator bool() const noexcept { return store_ != nullptr; }
+    bool operator==(const output_node &) const noexcept = default;
+
+    const char *tag() const noexcept { return of_class().tag; }                   // null: the root
+    const char *value() const noexcept { return node_store::value_of(record()); } // null: none
+    const char *ns() const noexcept { return store_->namespace_of(record()); }    // null: the root
+    const char *value_ns() const noexcept;                                        // of an identity value; null: none
+    uint32_t op() const noexcept { return record().op; }
+    bool op_explicit() const noexcept { return record().op_explicit; }
+
+    // In order of creation.
+    output_node first_child() const noexcept { return other(record().first_child); }
+    output_node next_sibling() const noexcept { return other(record().next_sibling); }
+    output_node parent() const noexcept { return number_ == 0 ? output_node() : output_node(store_, record().parent); }
+    uint32_t number() const noexcept { return number_; } // from 1; the root has 0
+
+    bool is_list_entry() const noexcept { return record().list_entry; } // made by an add with list flag, or by key
+    bool has_source() const noexcept { return record().has_source; }    // an add with source made or last changed it
+    bool is_key() const noexcept { return of_class().is_key; }          // a key leaf by the tables of platform/schema
+    bool is_leaf_list() const noexcept { return of_class().is_leaf_list; } // by these tables
+    // Null: no OpenConfig table has it.
+    const schema::node *schema_node() const noexcept { return of_class().openconfig; }
+
+private:
+    const node_record &record() const noexcept { return store_->at(number_); }
+    const path_class &of_class() const noexcept { return store_->class_of(record()); }
+    output_node other(uint32_t number) const noexcept {
+        return number == 0 ? output_node() : output_node(store_, number);
+    }
+
+    const node_store *store_ = nullptr;
+    uint32_t number_ = 0;
+};
+
+inline const char *output_node::value_ns() const noexcept {
+    const node_record &node = record();
+    return node.is_handed && node.handed->node.has_value_ns ? node.handed->node.value_ns : nullptr;
+}
 
 } // namespace zmf

@@ -11,92 +11,98 @@ using namespace zmf;
 namespace {
 
 using body = session::body;
-using steps = std::vector<path_step>;
 
 bool is_output(const zmf_datatree *tree) {
     return tree != nullptr && tree->framework != nullptr;
 }
 
 // An entry without its key is none.
-bool has_empty_key(const steps &path) {
-    return std::any_of(path.begin(), path.end(), [](const path_step &step) {
+bool has_empty_key(const known_path &path) {
+    return std::any_of(path.steps.begin(), path.steps.end(), [](const path_step &step) {
         return std::any_of(step.keys.begin(), step.keys.end(), [](const path_key &key) { return key.value.empty(); });
     });
 }
 
-rcode add(body &s, zmf_datatree *tree, steps &path, const char *ns, const char *value, bool list_flag,
-          output_node *&added) {
-    return tree_of(tree)->add(record_of(tree)->number, {&path, ns, value, nullptr, list_flag, s.list_depth},
+// Adds the first `steps` of a path.
+rcode add(body &s, zmf_datatree *tree, const known_path &path, size_t steps, const char *ns, const char *value,
+          bool list_flag, uint32_t &added) {
+    return tree_of(tree)->add(number_of(tree), {&path, steps, ns, value, nullptr, list_flag, s.list_depth},
                               s.current_entries, added);
 }
 
 // The list path with its key.
-bool read_entry(body &s, zmf_datatree *tree, const char *list_path, const char *key_value, const char *key_name,
-                const char *ns) {
-    if (!is_output(tree) || list_path == nullptr || key_value == nullptr || key_name == nullptr || ns == nullptr ||
-        !read_path(list_path, s.steps))
-        return false;
-    s.steps.back().keys = {{key_name, key_value}};
-    return true;
+const known_path *read_entry(zmf_datatree *tree, const char *list_path, const char *key_value, const char *key_name,
+                             const char *ns) {
+    if (!is_output(tree) || key_value == nullptr || key_name == nullptr || ns == nullptr)
+        return nullptr;
+    known_path *path = tree_of(tree)->read_anew(number_of(tree), list_path);
+    if (path != nullptr)
+        path->steps.back().keys = {{key_name, key_value}};
+    return path;
 }
 
 rcode search_or_add(body &s, zmf_datatree *tree, const char *list_path, const char *key_value, const char *key_name,
                     const char *ns) {
-    if (!read_entry(s, tree, list_path, key_value, key_name, ns))
+    const known_path *path = read_entry(tree, list_path, key_value, key_name, ns);
+    if (path == nullptr)
         return rc_bad_path;
-    output_node *entry = nullptr;
-    return *key_value == '\0' ? RC_OK : add(s, tree, s.steps, ns, nullptr, true, entry);
+    uint32_t entry = 0;
+    return *key_value == '\0' ? RC_OK : add(s, tree, *path, path->steps.size(), ns, nullptr, true, entry);
 }
 
-rcode search(body &s, zmf_datatree *tree, zmf_datatree **entry_out, const char *list_path, const char *key_value,
+rcode search(zmf_datatree *tree, zmf_datatree **entry_out, const char *list_path, const char *key_value,
              const char *key_name, const char *ns) {
-    if (entry_out == nullptr || !read_entry(s, tree, list_path, key_value, key_name, ns))
+    const known_path *path = read_entry(tree, list_path, key_value, key_name, ns);
+    if (entry_out == nullptr || path == nullptr)
         return rc_bad_path;
-    output_node *entry = tree_of(tree)->find(record_of(tree)->number, s.steps);
-    *entry_out = entry == nullptr ? nullptr : &entry->node;
-    return entry == nullptr ? rc_no_such_entry : RC_OK;
+    const uint32_t entry = tree_of(tree)->find(number_of(tree), *path);
+    *entry_out = entry == 0 ? nullptr : tree_of(tree)->hand_out(entry);
+    return entry == 0 ? rc_no_such_entry : RC_OK;
 }
 
-bool read_xpath(body &s, const zmf_map_xpath_op *op) {
-    return op != nullptr && is_output(op->tree) && read_path(op->xpath, s.steps);
+const known_path *read_xpath(const zmf_map_xpath_op *op) {
+    return op != nullptr && is_output(op->tree) ? tree_of(op->tree)->read(number_of(op->tree), op->xpath) : nullptr;
 }
 
 rcode act_at_xpath(body &s, zmf_map_xpath_op *op) {
-    if (!read_xpath(s, op))
+    const known_path *path = read_xpath(op);
+    if (path == nullptr)
         return rc_bad_path;
-    if (has_empty_key(s.steps))
+    if (has_empty_key(*path))
         return RC_OK;
     const char *value = op->kind == ZMF_XPATH_SET_LEAF ? op->value : nullptr;
-    output_node *node = tree_of(op->tree)->find(record_of(op->tree)->number, s.steps);
-    const bool exists = node != nullptr;
+    uint32_t node = tree_of(op->tree)->find(number_of(op->tree), *path);
+    const bool exists = node != 0;
     if (!exists || value != nullptr) { // a leaf without value is filled, another keeps what it has
-        const rcode status = add(s, op->tree, s.steps, op->ns, value, false, node);
+        const rcode status = add(s, op->tree, *path, path->steps.size(), op->ns, value, false, node);
         if (status != RC_OK)
             return status;
     }
     if (op->kind == ZMF_XPATH_FIND_LIST)
-        op->found_node = &node->node;
+        op->found_node = tree_of(op->tree)->hand_out(node);
     return exists ? RC_LEAF_EXISTS : RC_OK;
 }
 
 // Every entry along the path becomes the current one of its list.
 rcode stitch(body &s, zmf_map_xpath_op *op) {
-    if (!read_xpath(s, op))
+    const known_path *path = read_xpath(op);
+    if (path == nullptr)
         return rc_bad_path;
-    if (has_empty_key(s.steps))
+    if (has_empty_key(*path))
         return RC_OK;
-    const bool exists = tree_of(op->tree)->find(record_of(op->tree)->number, s.steps) != nullptr;
-    steps path;
-    for (const path_step &step : s.steps) {
-        path.push_back(step);
-        if (step.keys.empty())
+    output_tree::body &tree = *tree_of(op->tree);
+    const bool ends_in_entry = !path->steps.back().keys.empty();
+    const bool exists = !ends_in_entry && tree.find(number_of(op->tree), *path) != 0;
+    const uint32_t nodes = tree.node_count;
+    for (size_t steps = 1; steps <= path->steps.size(); ++steps) {
+        if (path->steps[steps - 1].keys.empty())
             continue;
-        output_node *entry = nullptr;
-        const rcode status = add(s, op->tree, path, op->ns, nullptr, true, entry);
+        uint32_t entry = 0;
+        const rcode status = add(s, op->tree, *path, steps, op->ns, nullptr, true, entry);
         if (status != RC_OK)
             return status;
     }
-    return exists ? RC_LEAF_EXISTS : RC_OK;
+    return exists || (ends_in_entry && tree.node_count == nodes) ? RC_LEAF_EXISTS : RC_OK;
 }
 
 // How far entries were chosen when the list node on top of the walk record was pushed.
@@ -128,7 +134,7 @@ rcode zmf_map_search_list(zmf_map_ctx ctx, struct zmf_datatree *tree, struct zmf
     body *s = session_of(ctx);
     if (s == nullptr)
         return rc_bad_path;
-    rcode status = answer(*s, [&] { return search(*s, tree, entry_out, list_path, key_value, key_name, ns); });
+    rcode status = answer(*s, [&] { return search(tree, entry_out, list_path, key_value, key_name, ns); });
     tell(*s, operation::search_list, status, [&](call &made) {
         made.path = list_path;
         made.ns = ns;

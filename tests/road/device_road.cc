@@ -17,8 +17,14 @@ const zmf::plugin &plugin() {
 }
 
 std::string value_at(zmf::output_tree &tree, const char *path) {
-    const zmf_datatree *leaf = tree.find(path);
-    return leaf == nullptr || leaf->value == nullptr ? "-" : leaf->value;
+    const zmf::output_node leaf = tree.find(path);
+    return !leaf || leaf.value() == nullptr ? "-" : leaf.value();
+}
+
+void become(const device::description &what) {
+    plugin(); // knows the records
+    device::install(what);
+    device::install_state_store(what, "device");
 }
 
 } // namespace
@@ -26,7 +32,7 @@ std::string value_at(zmf::output_tree &tree, const char *path) {
 device_road::device_road(device::description what) : store_(std::move(what)) {}
 
 edit_result device_road::edit(const std::string &request, const char *native_leaf) {
-    device::install(store_.held());
+    become(store_.held());
     const zmf::fixed_tree tree = ocmap::read_request(request, ocmap::format::json, false);
     zmf::output_tree native;
     zmf::session session(OP_EDIT);
@@ -49,9 +55,11 @@ edit_result device_road::edit(const std::string &request, const char *native_lea
 }
 
 void device_road::read(zmf::output_tree &reply) {
-    device::install(store_.held());
-    const zmf::fixed_tree request =
-        ocmap::read_request(R"({"openconfig-terminal-device:terminal-device":{}})", ocmap::format::json, true);
+    read(ocmap::read_request(R"({"openconfig-terminal-device:terminal-device":{}})", ocmap::format::json, true), reply);
+}
+
+void device_road::read(const zmf::fixed_tree &request, zmf::output_tree &reply) {
+    become(store_.held());
     zmf::session session(OP_GET_CONFIG);
     zmf::output_tree native;
     if (plugin().down(session, request, native) != RC_OK ||
@@ -63,7 +71,7 @@ std::string device_road::channels() {
     zmf::output_tree reply;
     read(reply);
     missing_.clear();
-    const auto told = ocmap::whole(reply, [this](const zmf_datatree *leaf) { missing_.push_back(leaf->tag); });
+    const auto told = ocmap::whole(reply, [this](zmf::output_node leaf) { missing_.push_back(leaf.tag()); });
     shown::reply writer;
     ocmap::tell_reply(reply, told, writer);
     const std::string before = "terminal-device(logical-channels(", after = "))";
@@ -72,6 +80,16 @@ std::string device_road::channels() {
     if (!writer.text.starts_with(before) || !writer.text.ends_with(after))
         throw std::runtime_error("not a reply of channels: " + writer.text);
     return writer.text.substr(before.size(), writer.text.size() - before.size() - after.size());
+}
+
+std::string device_road::seen(const std::string &request) {
+    const zmf::fixed_tree tree = ocmap::read_request(request, ocmap::format::json, true);
+    const ocmap::client_filter asked(tree);
+    zmf::output_tree reply;
+    read(tree, reply);
+    shown::reply writer;
+    ocmap::tell_reply(reply, ocmap::narrowed(reply, asked, [](zmf::output_node) {}), writer);
+    return writer.text;
 }
 
 std::string device_road::value(const std::string &path) {

@@ -31,10 +31,14 @@ public:
     std::string value(const std::string &path);
     std::vector<std::string> leaves_without_value(); // their tags, in the last reply
 
+    // What a client sees of the configuration that a JSON request chooses, on one line.
+    std::string seen(const std::string &request);
+
     const device::description &held() const { return store_.held(); }
 
 private:
-    void read(zmf::output_tree &reply);
+    void read(const zmf::fixed_tree &request, zmf::output_tree &reply);
+    void read(zmf::output_tree &reply); // below terminal-device
 
     device::store store_;
     std::vector<std::string> missing_;

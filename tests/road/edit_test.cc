@@ -58,7 +58,7 @@ TEST(edit, leaves_the_device_as_it_should) {
     struct {
         const char *what;
         std::string entry, after;
-        std::string error_tag = "", path = "";
+        std::string error_tag{}, path{};
     } const rows[] = {
         // The entry.
         {"merge into what is there", R"({"index":5,"config":{"loopback-mode":"NONE"}})",
@@ -74,6 +74,10 @@ TEST(edit, leaves_the_device_as_it_should) {
         {"delete of what is there", "{" + op("delete") + R"(,"index":5})", channel6},
         {"delete of what is not there", "{" + op("delete") + R"(,"index":7})", before, "data-missing",
          "/logical-channels/channel[channel-index='7']"},
+        {"delete of what is there, content and all",
+         "{" + op("delete") + R"(,"index":5,"config":{"description":"east"},)" +
+             R"("logical-channel-assignments":{"assignment":[{"index":1}]}})",
+         channel6},
         {"remove of what is there", "{" + op("remove") + R"(,"index":5})", channel6},
         {"remove of what is not there", "{" + op("remove") + R"(,"index":7})", before},
 
@@ -135,6 +139,10 @@ TEST(edit, leaves_the_device_as_it_should) {
         {"remove of a value that is not there",
          R"({"index":5,"ingress":{"config":{"physical-channel":[3],"@physical-channel":[{"ietf-netconf:operation":"remove"}]}}})",
          before},
+
+        // Values that become nothing on the way down.
+        {"a name of no transceiver", R"({"index":5,"ingress":{"config":{"transceiver":"Optics0"}}})", before,
+         "invalid-value", native5 + "/ingress-client-port"},
 
         // All or nothing.
         {"a refusal after a change",
@@ -388,6 +396,7 @@ TEST(commands, create_what_is_not_there_yet) {
     } const rows[] = {
         {"{" + op("create") + R"(,"index":6,"config":{"description":"west"}})", ""},
         {"{" + op("create") + R"(,"index":5})", "channel[index='5']"},
+        {"{" + op("create") + R"(,"index":"+05"})", "channel[index='5']"},
         {R"({"index":5,"config":{)" + op("create") + R"(,"admin-state":"MAINT"}})", "channel[index='5']/config"},
         {R"({"index":5,"otn":{)" + op("create") + R"(,"config":{"tti-msg-expected":"x"}}})", ""},
         {R"({"index":5,"config":{"description":"x",)" + op("create", "description") + "}}",
@@ -398,6 +407,9 @@ TEST(commands, create_what_is_not_there_yet) {
          ""},
         {R"({"index":5,"ingress":{"config":{"physical-channel":[2,1],)"
          R"("@physical-channel":[null,{"ietf-netconf:operation":"create"}]}}})",
+         "channel[index='5']/ingress/config/physical-channel"},
+        {R"({"index":5,"ingress":{"config":{"physical-channel":["01"],)"
+         R"("@physical-channel":[{"ietf-netconf:operation":"create"}]}}})",
          "channel[index='5']/ingress/config/physical-channel"},
         {R"({"index":5,"logical-channel-assignments":{"assignment":[{)" + op("create") + R"(,"index":1}]}})", ""},
     };
@@ -455,6 +467,10 @@ TEST(commands, refuse_what_they_cannot_use) {
         {{"edit", "--device", damaged, request}, 2, damaged + ":1:"},
         {{"get-config", "--device", damaged, request}, 2, damaged + ":1:"},
         {{"up", request}, 2, "no root of the plug-in takes top node \"terminal-device\""},
+        {{"up",
+          scratch_file("keyless.json", R"({"Corvane-terminal-device-cfg:logical-channels":{"channel":[{"a":1}]}})")},
+         1,
+         "an entry without its key"},
         {{"up", "--gate", "ajar", request}, 64, "ajar"},
         {{"up", "--op", "edit", request}, 64, "edit"},
         {{"up", scratch_file("module.json", R"({"no-such-module:x":{}})")}, 2, "module.json:1:2: "},

@@ -6,6 +6,9 @@
 #include <gtest/gtest.h>
 
 #include "device_road.h"
+#include "request.h"
+#include "zmf/plugin.h"
+#include "zmf/session.h"
 
 namespace {
 
@@ -285,6 +288,35 @@ TEST(value, of_the_device_that_converts_to_nothing_is_not_told) {
         EXPECT_EQ(device.channels(), "channel(index=5 config(index=5)" + std::string(row.channel) + ")");
         EXPECT_EQ(device.leaves_without_value(), row.missing);
     }
+}
+
+// Logical channels come last, whatever order the answer has; what an earlier root left does not reach them, and tops
+// that nobody takes do not disturb.
+TEST(roots_up, run_in_their_order_and_start_afresh) {
+    const zmf::plugin plugin(OCOPTICAL_PLUGIN);
+    device::install(bare_device(5, true));
+    const zmf::fixed_tree native = ocmap::read_request(
+        R"({"Corvane-terminal-device-cfg:logical-channels":{"channel":[{"channel-index":5}]},
+            "Corvane-terminal-device-cfg:optical-channels":{"optical-channel":[{"ifname":"OpticalChannel0_0_0_1"}]},
+            "ietf-netconf:unknown":{},
+            "Corvane-terminal-device-cfg:transceivers":{}})",
+        ocmap::format::json, ocmap::purpose::native);
+    zmf::session session(OP_GET_CONFIG);
+    std::vector<std::string> tops;
+    std::vector<uint32_t> left;
+    session.record([&](const zmf::call &call) {
+        if (call.op != zmf::operation::add_to_hierarchy || session.hierarchy_depth() != 1)
+            return;
+        tops.emplace_back(call.node->tag);
+        left.push_back(session.request().filter_bits);
+        session.request().filter_bits = 7;
+    });
+    zmf::output_tree reply;
+    EXPECT_EQ(plugin.up(session, native, reply, false), RC_OK);
+    EXPECT_EQ(tops, (std::vector<std::string>{"optical-channels", "transceivers", "logical-channels"}));
+    EXPECT_EQ(left, (std::vector<uint32_t>{0, 0, 0}));
+    EXPECT_TRUE(reply.find("/components/component[name='OpticalChannel0/0/0/1']/config/name"));
+    EXPECT_TRUE(reply.find("/terminal-device/logical-channels/channel[index='5']/config/index"));
 }
 
 } // namespace

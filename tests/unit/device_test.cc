@@ -187,7 +187,7 @@ TEST(device, answers_as_the_installed_description_says) {
 
     device::install(device::read_file(EXAMPLES "/legacy.json"));
     EXPECT_EQ(hwinfo_get_router_type(), 18u);
-    EXPECT_FALSE(hwinfo_has_optical_term_dev());
+    EXPECT_TRUE(hwinfo_has_optical_term_dev());
     EXPECT_TRUE(hwinfo_has_legacy_optical_term_dev());
     ocoptical_ifmap_c_find_ifname(21, name);
     EXPECT_STREQ(name, "CoherentDSP0_0_0_20");

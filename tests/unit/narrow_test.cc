@@ -67,8 +67,8 @@ protected:
 
     zmf::session session_{OP_GET_CONFIG};
     zmf::output_tree tree_;
-    std::vector<const zmf_datatree *> missing_;
-    const ocmap::missing_value note_missing_ = [this](const zmf_datatree *leaf) { missing_.push_back(leaf); };
+    std::vector<zmf::output_node> missing_;
+    const ocmap::missing_value note_missing_ = [this](zmf::output_node leaf) { missing_.push_back(leaf); };
 };
 
 std::string channels(const std::string &entries) {
@@ -140,6 +140,10 @@ TEST_F(replies, hold_what_was_asked_for) {
         {"two values of a leaf-list", R"({"ingress":{"config":{"physical-channel":[2,1]}}})",
          "channel(index=5 " + ingress5 + ")"},
         {"two values of a leaf-list, one of them missing", R"({"ingress":{"config":{"physical-channel":[1,3]}}})", ""},
+        {"values of a leaf-list that one node has and other nodes ask for",
+         R"({"ingress":{"config":{"physical-channel":[2,3]}}},{"ingress":{"config":{"physical-channel":[2]}}},)"
+         R"({"ingress":{"config":{"physical-channel":[3]}}})",
+         "channel(index=5 " + ingress5 + ")"},
         {"the tested value of a leaf-list beside a selection",
          R"({"ingress":{"config":{"physical-channel":[2],"transceiver":null}}})",
          "channel(index=5 ingress(config(physical-channel=2)))"},
@@ -166,7 +170,7 @@ TEST_F(replies, are_whole_where_nothing_is_chosen) {
     missing_.clear();
     EXPECT_EQ(shown(whole(tree_, note_missing_)), all);
     ASSERT_EQ(missing_.size(), 1u); // not the one of the entry that is never told
-    EXPECT_STREQ(missing_[0]->tag, "description");
+    EXPECT_STREQ(missing_[0].tag(), "description");
 }
 
 // The walk adds keys to a request; they choose nothing, since the filter is older.

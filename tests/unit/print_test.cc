@@ -1,4 +1,4 @@
-// The printers of native trees, on what whole requests do not bring about.
+// The printers of native trees and of replies, on what whole requests do not bring about.
 #include <fstream>
 #include <functional>
 #include <iterator>
@@ -7,7 +7,9 @@
 
 #include <gtest/gtest.h>
 
+#include "namespaces.h"
 #include "print.h"
+#include "reply.h"
 #include "zmf.h"
 #include "zmf/session.h"
 #include "zmf/tree.h"
@@ -131,6 +133,119 @@ TEST_F(printers, xml_refuses_what_it_cannot_carry) {
     add("/logical-channels/note", cfg, "tab\tand \x01");
     EXPECT_NE(json().find(R"("note": "tab\tand \u0001")"), std::string::npos);
     EXPECT_THROW(xml(false), ocmap::print_error);
+}
+
+// A leaf of each type, with values that the type admits and others. The document is one whatever they are.
+TEST_F(printers, of_replies_write_scalars_by_their_type) {
+    const std::string channel = "/terminal-device/logical-channels/channel[index='7']";
+    const char *const device = ZMF_NS_OC_TERMINAL_DEVICE;
+    struct {
+        std::string leaf;
+        const char *value;
+        std::string json, value_ns{};
+    } const rows[] = {
+        {"config/index", "100000", "100000"},
+        {"config/index", "0", "0"},
+        {"config/index", "-5", "-5"},
+        {"config/index", "07", R"("07")"},
+        {"config/index", "-", R"("-")"},
+        {"config/index", "", R"("")"},
+        {"config/index", "7.0", R"("7.0")"},
+        {"config/test-signal", "true", "true"},
+        {"config/test-signal", "false", "false"},
+        {"config/test-signal", "TRUE", R"("TRUE")"},
+        {"config/description", "5", R"("5")"},
+        {"config/admin-state", "MAINT", R"("MAINT")"},
+        {"otn/state/errored-blocks", "18446744073709551615", R"("18446744073709551615")"},
+        {"otn/state/q-value/avg", "-3.40", R"("-3.40")"},
+        {"config/rate-class", "TRIB_RATE_10G", R"("openconfig-transport-types:TRIB_RATE_10G")",
+         ZMF_NS_OC_TRANSPORT_TYPES},
+        {"config/rate-class", "TRIB_RATE_10G", R"("TRIB_RATE_10G")"},
+        {"config/rate-class", "ODD", R"("urn:nobody:knows:this:ODD")", foreign},
+        {"config/description", "\x01 \"\\\n\xc3\xa9",
+         R"("\u0001 \"\\\n)"
+         "\xc3\xa9\""},
+    };
+    for (const auto &row : rows) {
+        zmf::output_tree reply;
+        zmf_datatree *leaf = nullptr;
+        ASSERT_EQ(zmf_map_datatree_add_path_flagged(session_.context(), reply.root(),
+                                                    (channel + '/' + row.leaf).c_str(), device, row.value, nullptr,
+                                                    &leaf, 0, 0),
+                  RC_OK);
+        if (!row.value_ns.empty()) {
+            leaf->value_ns = zmf_strdup(row.value_ns.c_str(), "test");
+            leaf->has_value_ns = 1;
+        }
+        const ocmap::selection all = ocmap::whole(reply, [](zmf::output_node) {});
+        const std::string text = printed([&](ocmap::output &out) { print_reply_json(reply, all, out); });
+        const std::string name = row.leaf.substr(row.leaf.rfind('/') + 1);
+        EXPECT_NE(text.find('"' + name + "\": " + row.json + '\n'), std::string::npos) << text;
+    }
+}
+
+TEST_F(printers, of_replies_declare_namespaces_where_they_change) {
+    add("/components/component[name='a']/config/name", ZMF_NS_OC_PLATFORM, "a");
+    add("/components/component[name='a']/optical-channel/config/frequency", ZMF_NS_OC_TERMINAL_DEVICE, "193100000");
+    add("/terminal-device/logical-channels/channel[index='7']/config/description", ZMF_NS_OC_TERMINAL_DEVICE, "x");
+    const ocmap::selection all = ocmap::whole(tree_, [](zmf::output_node) {});
+    EXPECT_EQ(printed([&](ocmap::output &out) { print_reply_xml(tree_, all, out); }),
+              R"(<data xmlns="urn:ietf:params:xml:ns:netconf:base:1.0">
+  <terminal-device xmlns="http://openconfig.net/yang/terminal-device">
+    <logical-channels>
+      <channel>
+        <index>7</index>
+        <config>
+          <description>x</description>
+        </config>
+      </channel>
+    </logical-channels>
+  </terminal-device>
+  <components xmlns="http://openconfig.net/yang/platform">
+    <component>
+      <name>a</name>
+      <config>
+        <name>a</name>
+      </config>
+      <optical-channel xmlns="http://openconfig.net/yang/terminal-device">
+        <config>
+          <frequency>193100000</frequency>
+        </config>
+      </optical-channel>
+    </component>
+  </components>
+</data>
+)");
+    EXPECT_EQ(printed([&](ocmap::output &out) { print_reply_json(tree_, all, out); }), R"({
+  "openconfig-terminal-device:terminal-device": {
+    "logical-channels": {
+      "channel": [
+        {
+          "index": 7,
+          "config": {
+            "description": "x"
+          }
+        }
+      ]
+    }
+  },
+  "openconfig-platform:components": {
+    "component": [
+      {
+        "name": "a",
+        "config": {
+          "name": "a"
+        },
+        "openconfig-terminal-device:optical-channel": {
+          "config": {
+            "frequency": "193100000"
+          }
+        }
+      }
+    ]
+  }
+}
+)");
 }
 
 } // namespace

@@ -106,6 +106,8 @@ constexpr good_row good_rows[] = {
      "config description index='5'"},
     {selection, "", R"("ingress": {"config": {"physical-channel": null}}, "description": "")",
      "ingress{config{physical-channel}} description=''"},
+    {selection, "<index>\n 5\t</index><description> a  b </description>", R"("index": 5, "description": "a  b")",
+     "index='5' description='a  b'"},
     // Texts without a character, or of white space alone.
     {edit, "<config><description/></config>", R"("config": {"description": ""})", "config{description=''}"},
     {edit, "<config><description>  </description></config>", R"("config": {"description": "  "})",
@@ -227,10 +229,12 @@ const bad_row bad_json[] = {
     {format::json, edit, "[1]", "1:1", "a request is an object"},
     {format::json, edit, " 1", "1:2", "a request is an object"},
     {format::json, edit, "{ \"terminal-device\": {}}", "1:3", "lacks the name of its module"},
-    {format::json, edit, "{\"openconfig-platform:components\": {}}", "1:2", "unknown top node \"components\""},
+    {format::json, edit, "{\"openconfig-platform:component\": {}}", "1:2", "unknown top node \"component\""},
     {format::json, edit, "+\"b:a\":1}}", "2:1", "unknown module \"b\""},
     {format::json, edit, "+\"a/b\":1}}", "2:1", "no name of a node"},
     {format::json, edit, "+\"\":1}}", "2:1", "no name of a node"},
+    {format::json, edit, "+\"logical-channels\":{},\"openconfig-terminal-device:logical-channels\":{}}}", "2:23",
+     "under another name"},
     // Shapes.
     {format::json, edit, "+\"logical-channels\":[]}}", "2:20", "takes no array"},
     {format::json, edit, "+\"logical-channels\":1}}", "2:20", "takes an object"},

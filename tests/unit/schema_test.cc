@@ -11,9 +11,9 @@ namespace {
 
 #define TERMINAL_DEVICE "http://openconfig.net/yang/terminal-device"
 
-// The node at "terminal-device/logical-channels", or null; of the root, or of what is added to a component.
-const schema::node *node_at(const std::string &path, bool is_root = true) {
-    const schema::model &model = schema::models()[is_root ? 0 : 1];
+// The node at "terminal-device/logical-channels", or null.
+const schema::node *node_at(const std::string &path) {
+    const schema::model &model = schema::models()[path.starts_with("components") ? 1 : 0];
     const schema::node *found = nullptr;
     std::istringstream steps(path);
     for (std::string step; std::getline(steps, step, '/');) {
@@ -25,6 +25,7 @@ const schema::node *node_at(const std::string &path, bool is_root = true) {
 }
 
 #define CHANNEL "terminal-device/logical-channels/channel"
+#define OPTICAL "components/component/optical-channel"
 
 TEST(schema, finds_nodes_by_path_and_knows_what_they_are) {
     using schema::kind, schema::type;
@@ -64,9 +65,31 @@ TEST(schema, finds_nodes_by_path_and_knows_what_they_are) {
     for (const char *path : {"optical-channel", "terminal-device/channel", CHANNEL "/rate-class",
                              CHANNEL "/state/mode-id", CHANNEL "/index/index"})
         EXPECT_EQ(node_at(path), nullptr) << path;
-    ASSERT_NE(node_at("optical-channel/state/polarization-dependent-loss/avg", false), nullptr);
-    EXPECT_EQ(node_at("optical-channel/config/line-port", false)->callback,
-              std::string("openconfigterminaldevice_leaf_lvla_opticalchannel_config_lineport"));
+}
+
+TEST(schema, has_what_other_models_add_to_a_component_in_its_place) {
+    const struct {
+        const char *path, *module, *ns, *callback;
+    } rows[] = {
+        {"components/component/name", "openconfig-platform", "http://openconfig.net/yang/platform",
+         "openconfigplatform_leaf_lvla_components_component_name"},
+        {OPTICAL "/config/line-port", "openconfig-terminal-device", TERMINAL_DEVICE,
+         "openconfigterminaldevice_leaf_lvla_opticalchannel_config_lineport"},
+        {OPTICAL "/state/polarization-dependent-loss/avg", "openconfig-terminal-device", TERMINAL_DEVICE,
+         "openconfigterminaldevice_leaf_lvla_opticalchannel_polarizationdependentloss_avg"},
+        {OPTICAL "/extended/thresholds/state/input-signal-power-upper", "Corvane-openconfig-terminal-device-ext",
+         "urn:corvane:yang:Corvane-openconfig-terminal-device-ext",
+         "corvaneopenconfigterminaldeviceext_leaf_lvla_extended_state_inputsignalpowerupper"},
+    };
+    for (const auto &row : rows) {
+        const schema::node *node = node_at(row.path);
+        ASSERT_NE(node, nullptr) << row.path;
+        EXPECT_STREQ(node->module, row.module);
+        EXPECT_STREQ(node->ns, row.ns);
+        EXPECT_STREQ(node->callback, row.callback);
+    }
+    EXPECT_TRUE(node_at("components/component/name") < node_at(OPTICAL) &&
+                node_at(OPTICAL "/state") < node_at(OPTICAL "/extended"));
 }
 
 TEST(schema, spans_subtrees_and_links_parents) {
@@ -112,7 +135,8 @@ TEST(schema, links_native_nodes) {
             EXPECT_NE(schema::ns_of_module(node.module), nullptr) << node.module;
         } else {
             EXPECT_TRUE(node.parent < &node && node.end <= node.parent->end) << node.tag;
-            EXPECT_STREQ(node.module, node.parent->module) << node.tag;
+            const bool is_added = node.tag == std::string_view("optics"); // by another module
+            EXPECT_NE(std::string_view(node.module) == node.parent->module, is_added) << node.tag;
         }
         count[node.what] += std::string_view(node.module) == "Corvane-terminal-device-cfg";
     }
@@ -133,6 +157,10 @@ TEST(schema, links_native_nodes) {
         {"/logical-channels/channel/ingress-physical-channel", kind::leaf_list, false, true, type::integer},
         {"/optical-channels/optical-channel/cd-high-threshold", kind::leaf, false, true, type::string},
         {"/otu/controllers/controller", kind::list, false, false, type::none},
+        {"/interface-configurations/interface-configuration/interface-name", kind::leaf, true, true, type::string},
+        {"/interface-configurations/interface-configuration/optics/rx-thresholds/rx-threshold/rx-threshold", kind::leaf,
+         false, true, type::integer},
+        {"/optics-oper/optics-ports/optics-port/name", kind::leaf, true, false, type::string},
     };
     for (const auto &row : rows) {
         const schema::native_node *node = schema::native_at(row.path);

@@ -224,7 +224,7 @@ TEST(store, edits_by_the_rules_of_entries_leaves_and_sources) {
          "{'channel-index': 5, 'ingress-physical-channel': [3]}"},
         {ENTRY_5 "*C/ingress-physical-channel!merge=3 *C/ingress-physical-channel!merge=1",
          "{'channel-index': 5, 'ingress-physical-channel': [2]}",
-         "{'channel-index': 5, 'ingress-physical-channel': [2, 3, 1]}"},
+         "{'channel-index': 5, 'ingress-physical-channel': [1, 2, 3]}"},
         // The later of two adds stands, in both orders; below a removed node things are made again.
         {ENTRY_5 "C/description!merge=x C/description!remove", "{'channel-index': 5, 'description': 'y'}",
          "{'channel-index': 5}"},
@@ -338,7 +338,7 @@ TEST(store, answers_what_is_selected) {
         "logical-channel-assignment{assignment-index=2}}}";
     const std::string twenty = "channel{channel-index=20 description=d20 otn{tti-msg-transmit=t}}";
     const std::string hundred =
-        "channel{channel-index=100 admin-state=enable ingress-physical-channel=2 ingress-physical-channel=1}";
+        "channel{channel-index=100 admin-state=enable ingress-physical-channel=1 ingress-physical-channel=2}";
     const std::string optical =
         "optical-channels{optical-channel{ifname=0_1-OpticalChannel0_1_0_2 frequency=193100000}}";
     const auto in_channels = [](const std::string &entries) { return "logical-channels{" + entries + "}"; };
@@ -366,7 +366,7 @@ TEST(store, answers_what_is_selected) {
                      "channel{channel-index=100}")},
         {"*C C/channel-index=100 C/admin-state=", in_channels("channel{channel-index=100 admin-state=enable}")},
         {"*C C/channel-index=100 *C/ingress-physical-channel=1",
-         in_channels("channel{channel-index=100 ingress-physical-channel=2 ingress-physical-channel=1}")},
+         in_channels("channel{channel-index=100 ingress-physical-channel=1 ingress-physical-channel=2}")},
         {"*C C/channel-index=3 C/ethernet", in_channels("channel{channel-index=3 ethernet{client-als=ethernet "
                                                         "als-delay=10}}")},
         {"*C C/channel-index=3 C/ethernet/als-delay", in_channels("channel{channel-index=3 ethernet{als-delay=10}}")},

@@ -116,12 +116,10 @@ TEST(zmf_positions, popping_a_list_gives_both_kinds_back) {
     EXPECT_EQ(s.imbalances(), 0u);
 
     std::string shape;
-    for (const zmf_datatree *o = zmf::output_tree::first_child(tree.root()); o != nullptr;
-         o = zmf::output_tree::next_sibling(o)) {
+    for (zmf::output_node o = tree.top().first_child(); o; o = o.next_sibling()) {
         shape += "o(";
-        for (const zmf_datatree *leaf = zmf::output_tree::first_child(o); leaf != nullptr;
-             leaf = zmf::output_tree::next_sibling(leaf))
-            shape += std::string(" ") + leaf->tag;
+        for (zmf::output_node leaf = o.first_child(); leaf; leaf = leaf.next_sibling())
+            shape += std::string(" ") + leaf.tag();
         shape += " )";
     }
     EXPECT_EQ(shape, "o( first last )o( x )o( y )o( x )o( y newest )");

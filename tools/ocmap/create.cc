@@ -1,27 +1,20 @@
 #include "create.h"
 
+#include <cstring>
 #include <string>
 #include <utility>
-#include <vector>
 
+#include "request_tree.h"
 #include "schema/schema.h"
 
 namespace ocmap {
 namespace {
 
+using zmf::output_node;
 using zmf::output_tree;
 
 const char *ns_of(const zmf_datatree &node) {
     return node.ns == nullptr ? "" : node.ns;
-}
-
-bool holds_value(const zmf_datatree *node) {
-    if (node->value != nullptr)
-        return true;
-    for (const auto *child = output_tree::first_child(node); child; child = output_tree::next_sibling(child))
-        if (holds_value(child))
-            return true;
-    return false;
 }
 
 // Calls `run` with each node to be created and the path to it, keys included.
@@ -53,7 +46,7 @@ private:
     void append_key(const zmf_datatree &child, const schema::model &model, const schema::node *list) {
         const schema::node *row = schema::child(list, model, child.tag);
         if (row != nullptr && row->is_key && child.value != nullptr)
-            path_.append("[").append(child.tag).append("='").append(child.value).append("']");
+            path_.append("[").append(child.tag).append("='").append(comparable(row, child.value)).append("']");
     }
 
     action run_;
@@ -79,23 +72,22 @@ void read_tops(road &road, const request_file &request, output_tree &reply) {
     road.read_config(session, tops, 0, reply);
 }
 
-const zmf_datatree *next_value(const zmf_datatree *first, std::string_view tag, std::string_view value) {
-    for (const auto *node = first; node; node = output_tree::next_sibling(node))
-        if (tag == node->tag && node->value != nullptr && value == node->value)
+output_node same_value(output_node first, const zmf_datatree &wanted, const schema::node &row) {
+    if (wanted.value == nullptr)
+        return {};
+    for (output_node node = first; node; node = node.next_sibling())
+        if (std::strcmp(node.tag(), wanted.tag) == 0 && node.value() != nullptr &&
+            comparable(&row, node.value()) == comparable(&row, wanted.value))
             return node;
-    return nullptr;
+    return {};
 }
 
-// A container is there if something stands in it; of a leaf-list it is the value that counts.
-const zmf_datatree *existing(output_tree &held, const zmf_datatree &wanted, const schema::node &row,
-                             const std::string &path) {
-    const zmf_datatree *found = held.find(path.c_str());
-    if (found == nullptr || row.what == schema::kind::list)
+// A container is in the reply if something stands in it; of a leaf-list it is the value that counts.
+output_node existing(output_tree &held, const zmf_datatree &wanted, const schema::node &row, const std::string &path) {
+    const output_node found = held.find(path.c_str());
+    if (!found || row.what != schema::kind::leaf_list)
         return found;
-    if (row.what == schema::kind::leaf_list)
-        return next_value(output_tree::first_child(output_tree::parent(found)), wanted.tag,
-                          wanted.value == nullptr ? "" : wanted.value);
-    return holds_value(found) ? found : nullptr;
+    return same_value(found.parent().first_child(), wanted, row);
 }
 
 } // namespace
@@ -115,7 +107,7 @@ void settle_creates(road &road, request_file &request) {
     output_tree held;
     read_tops(road, request, held);
     find_creates(request, [&](zmf_datatree &node, const schema::node &row, const std::string &path) {
-        if (existing(held, node, row, path) != nullptr)
+        if (existing(held, node, row, path))
             throw device::edit_failure{"data-exists", path, node.tag, ns_of(node),
                                        "what is to be created is there already"};
         node.op = OP_MERGE;

@@ -45,11 +45,33 @@ void print_ok(format form, output &out) {
     }
 }
 
+void save(const device::store &device, const std::string &file) {
+    try {
+        device.save(file);
+    } catch (const device::description_error &error) {
+        throw output_error{error.file + ": " + error.text};
+    }
+}
+
 void print_held(road &road, const request_file &request, format form) {
     zmf::session session(OP_GET_CONFIG);
     zmf::output_tree reply;
-    road.read_config(session, tops_of(request), 0, reply);
+    road.read_config(session, request, 0, reply);
     road.print_reply(reply, whole(reply, warn_of_missing), form);
+}
+
+void take_down(road &road, const request_file &request, const edit_options &options, format form) {
+    zmf::session session(op_types.at(options.op));
+    road.watch(session);
+    zmf::output_tree native;
+    road.down(session, request, 0, native);
+    road.end_of_calls();
+    if (options.dry_run)
+        return print_native(native, form, road.out);
+    if (const auto failure = road.device.apply(native)) {
+        road.out.finish();
+        throw device::edit_failure(*failure);
+    }
 }
 
 int edit(const edit_options &options) {
@@ -57,27 +79,14 @@ int edit(const edit_options &options) {
     road road(options.road);
     const format form = road.form_for(request.form);
     settle_creates(road, request);
-
-    zmf::session session(op_types.at(options.op));
-    road.watch(session);
-    zmf::output_tree native;
-    road.down(session, request, 0, native);
-    road.end_of_calls();
-    if (options.dry_run) {
-        print_native(native, form, road.out);
-    } else {
-        if (const auto failure = road.device.apply(native)) {
-            road.out.finish();
-            report(*failure);
-            return exit_refused;
-        }
-        if (options.save)
-            road.device.save(options.road.device);
-        if (options.show)
-            print_held(road, request, form);
-        else
-            print_ok(form, road.out);
-    }
+    take_down(road, request, options, form);
+    request = tops_of(request); // what stands below them is not held any longer
+    if (options.save)
+        save(road.device, options.road.device);
+    if (options.show)
+        print_held(road, request, form);
+    else if (!options.dry_run)
+        print_ok(form, road.out);
     road.out.finish();
     return exit_done;
 }

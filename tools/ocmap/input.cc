@@ -15,7 +15,7 @@ namespace {
 class file {
 public:
     file(const std::string &name, size_t largest)
-        : name_(name == "-" ? "standard input" : name), largest_(largest),
+        : name_(name_of(name)), largest_(largest),
           descriptor_(name == "-" ? STDIN_FILENO : ::open(name.c_str(), O_RDONLY | O_CLOEXEC)) {
         if (descriptor_ < 0)
             refuse(std::strerror(errno));
@@ -100,6 +100,10 @@ format recognise(const file &source, std::string_view bytes) {
 }
 
 } // namespace
+
+std::string name_of(const std::string &file) {
+    return file == "-" ? "standard input" : file;
+}
 
 request_file load_request(const std::string &name, purpose what) {
     const file source(name, what == purpose::native ? largest_native : largest_request);

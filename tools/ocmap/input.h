@@ -20,6 +20,8 @@ struct request_file {
     size_t bytes;
 };
 
+std::string name_of(const std::string &file); // for messages
+
 // `name` is a path, or "-" for standard input. Throws bad_input.
 request_file load_request(const std::string &name, purpose what);
 

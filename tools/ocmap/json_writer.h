@@ -2,7 +2,6 @@
 #pragma once
 
 #include <string_view>
-#include <vector>
 
 #include "output.h"
 
@@ -25,16 +24,17 @@ public:
     void string(std::string_view module, std::string_view name); // an identity
     void bare(std::string_view text) { out_.write(text); }
 
-    void finish() { out_.write("\n"); }
+    void finish() { out_.write('\n'); }
 
 private:
     void open(char bracket);
     void close(char bracket);
-    void line();
+    void line(std::string_view before);
     void escaped(std::string_view text);
 
     output &out_;
-    std::vector<bool> is_started_; // of each open object or array
+    size_t depth_ = 0;        // open objects and arrays
+    bool is_started_ = false; // the innermost holds something
 };
 
 // Text that JSON can take for a whole number as it is.

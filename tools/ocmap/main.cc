@@ -29,7 +29,9 @@ int answer(const CLI::App &app, const CLI::ParseError &outcome) {
     std::ostringstream asked, wrong;
     const bool is_failure = app.exit(outcome, asked, wrong) != 0;
     if (is_failure) {
-        ocmap::complain(outcome.what());
+        const std::vector<std::string> unknown = app.remaining();
+        const bool lacks_command = app.get_subcommands().empty() && !unknown.empty();
+        ocmap::complain(lacks_command ? "there is no subcommand " + unknown.front() : outcome.what());
         std::cerr << "Run with --help for more information.\n";
         return ocmap::exit_usage;
     }
@@ -60,6 +62,8 @@ int run(int count, char **words) {
 
 int main(int count, char **words) {
     occupy_standard_descriptors();
+    // Instead of ending the program these become errors of what writes.
     std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN);
     return ocmap::run_command([count, words] { return run(count, words); });
 }

@@ -8,13 +8,15 @@
 #include <cstring>
 #include <string>
 #include <string_view>
+#include <utility>
 
+#include "request_tree.h"
 #include "schema/schema.h"
 
 namespace ocmap {
 namespace {
 
-using zmf::output_tree;
+using zmf::output_node;
 
 constexpr uint32_t none = 0; // as a pattern it is the root's, which nothing leads to
 
@@ -28,20 +30,28 @@ size_t mix(uint64_t key) {
 using node_name = uint64_t;
 constexpr node_name no_name = 0;
 
-node_name name_of(const schema::node *row, const zmf_datatree &node) {
+node_name name_of(const schema::node *row, const char *tag, const char *ns) {
     if (row != nullptr)
         return reinterpret_cast<uintptr_t>(row);
     const std::hash<std::string_view> hash;
-    return mix(hash(node.tag) + mix(hash(node.ns == nullptr ? "" : node.ns))) | 1;
+    return mix(hash(tag) + mix(hash(ns == nullptr ? "" : ns))) | 1;
+}
+
+node_name name_of(const schema::node *row, const zmf_datatree &node) {
+    return name_of(row, node.tag, node.ns);
+}
+
+node_name name_of(output_node node) {
+    const schema::node *row = node.schema_node();
+    return row != nullptr ? name_of(row, nullptr, nullptr) : name_of(row, node.tag(), node.ns());
 }
 
 const schema::node *row_below(const schema::node *parent, const zmf_datatree &child) {
     for (const schema::model &model : schema::models()) {
-        const bool is_here = parent == nullptr
-                                 ? model.is_root
-                                 : parent >= model.nodes.data() && parent < model.nodes.data() + model.nodes.size();
+        const bool is_here = parent == nullptr ||
+                             (parent >= model.nodes.data() && parent < model.nodes.data() + model.nodes.size());
         const schema::node *row = is_here ? schema::child(parent, model, child.tag) : nullptr;
-        if (row != nullptr && child.ns != nullptr && std::string_view(schema::ns_of_module(row->module)) == child.ns)
+        if (row != nullptr && child.ns != nullptr && std::string_view(row->ns) == child.ns)
             return row;
     }
     return nullptr;
@@ -51,34 +61,25 @@ bool is_leaf_list(const schema::node *row) {
     return row != nullptr && row->what == schema::kind::leaf_list;
 }
 
-// Numbers are compared without what does not change them: "+05.50" as "5.5".
-std::string_view comparable(const schema::node *row, std::string_view text) {
-    using schema::type;
-    if (row == nullptr ||
-        (row->value != type::integer && row->value != type::integer64 && row->value != type::decimal64))
-        return text;
-    while (text.size() > 1 && (text[0] == '+' || (text[0] == '0' && text[1] != '.')))
-        text.remove_prefix(1);
-    if (text.find('.') != std::string_view::npos) {
-        while (text.ends_with('0'))
-            text.remove_suffix(1);
-        if (text.ends_with('.'))
-            text.remove_suffix(1);
-    }
-    return text;
-}
-
 struct test {
     node_name name;
     const schema::node *row;
     const zmf_datatree *leaf; // of the request
 };
 
-bool is_passed(const test &asked, const zmf_datatree &leaf) {
-    if (leaf.value == nullptr || comparable(asked.row, leaf.value) != comparable(asked.row, asked.leaf->value))
+// `value_ns`: null if the value is of no identity.
+bool is_passed(const test &asked, const char *value, const char *value_ns) {
+    if (value == nullptr || comparable(asked.row, value) != comparable(asked.row, asked.leaf->value))
         return false;
-    return !asked.leaf->has_value_ns || !leaf.has_value_ns || leaf.value_ns == nullptr ||
-           std::strcmp(asked.leaf->value_ns, leaf.value_ns) == 0;
+    return !asked.leaf->has_value_ns || value_ns == nullptr || std::strcmp(asked.leaf->value_ns, value_ns) == 0;
+}
+
+bool is_passed(const test &asked, const zmf_datatree &leaf) {
+    return is_passed(asked, leaf.value, leaf.has_value_ns ? leaf.value_ns : nullptr);
+}
+
+bool is_passed(const test &asked, output_node leaf) {
+    return is_passed(asked, leaf.value(), leaf.value_ns());
 }
 
 // A pattern, by its place: the pattern around it and its name there.
@@ -91,18 +92,21 @@ struct pattern {
     bool has_forms = false;
 };
 
-// Which leaves some variants of a pattern test, leaf-lists aside: where the names begin, and how many they are.
+// Which leaves some variants of a pattern test: where the names begin, and how many they are. Of the leaf-lists that
+// they test, the first alone has a name here, the last one: its first value leads to a variant.
 struct form {
     uint32_t of;
     uint32_t first_name, names;
+    bool has_listed;
     uint32_t next; // with the same first name
 };
 
 struct variant {
-    size_t hash;
+    size_t hash; // of what a node must hold to be led here
     uint32_t of_form;
     uint32_t first_test, tests;
     uint32_t selected; // the pattern for what passes
+    uint32_t next;     // that a node is led to as well
 };
 
 // Numbers of records, found by a hash. 0 is no record.
@@ -155,36 +159,41 @@ struct client_filter::body {
 
     // Tells the pattern of each variant of `of` that a node passes.
     template <typename action>
-    void passed(uint32_t of, const zmf_datatree *node, action tell) const;
+    void passed(uint32_t of, output_node node, action tell) const;
 
-    bool selects_value(uint32_t leaf_list, const zmf_datatree &leaf) const;
+    bool selects_value(uint32_t leaf_list, output_node leaf) const;
     size_t bytes() const;
 
 private:
     struct sorted_tests {
         std::vector<test> single, listed; // of leaves, of leaf-lists
-        bool is_possible = true;
     };
 
     void take(const zmf_datatree &node, const schema::node *row, uint32_t number);
     void take_children(const zmf_datatree &node, const schema::node *row, uint32_t number);
     static sorted_tests sort(std::vector<test> tests);
     uint32_t variant_for(uint32_t of, const sorted_tests &tests);
-    uint32_t form_for(uint32_t of, const std::vector<test> &single);
+    uint32_t form_for(uint32_t of, const sorted_tests &sorted);
+    uint32_t find_same(const variant &made) const;
+    void enter(variant made);
     uint32_t make_below(uint32_t around, node_name name);
 
     size_t hash_of(const pattern &of) const { return mix(of.around) ^ mix(of.name); }
     static size_t hash_of(const test &asked, const char *value) {
         return std::hash<std::string_view>{}(comparable(asked.row, value));
     }
-    bool passes_all(const variant &all, const zmf_datatree *node) const;
-    bool passes(const test &asked, const zmf_datatree *node) const;
+    size_t hash_of_tests(const variant &all) const;
+    uint32_t led_to(size_t hash, uint32_t of_form) const;
+    bool passes_all(const variant &all, output_node node) const;
+    bool passes(const test &asked, output_node node) const;
 
     std::vector<pattern> patterns = std::vector<pattern>(1);
     std::vector<form> forms = std::vector<form>(1);
     std::vector<variant> variants = std::vector<variant>(1);
     std::vector<test> form_names, tests;
-    number_table pattern_numbers, variant_numbers;
+    number_table pattern_numbers;
+    number_table first_variants;  // of those with one hash, by it
+    number_table variant_numbers; // by all their tests
 };
 
 namespace {
@@ -194,8 +203,8 @@ bool is_test(const zmf_datatree &node) {
 }
 
 template <typename action>
-void for_children(const zmf_datatree *node, action run) {
-    for (const auto *child = output_tree::first_child(node); child; child = output_tree::next_sibling(child))
+void for_children(output_node node, action run) {
+    for (output_node child = node.first_child(); child; child = child.next_sibling())
         run(child);
 }
 
@@ -232,10 +241,7 @@ void client_filter::body::take_children(const zmf_datatree &node, const schema::
     }
     const bool has_tests_only = asked.size() == node.child_count;
     if (!asked.empty()) {
-        const sorted_tests sorted = sort(std::move(asked));
-        if (!sorted.is_possible)
-            return;
-        number = variant_for(number, sorted);
+        number = variant_for(number, sort(std::move(asked)));
     }
     patterns[number].is_whole |= has_tests_only;
     if (patterns[number].is_whole)
@@ -249,7 +255,7 @@ void client_filter::body::take_children(const zmf_datatree &node, const schema::
     }
 }
 
-// A leaf cannot hold two values, a leaf-list can.
+// Two values of a leaf make a test that nothing passes.
 client_filter::body::sorted_tests client_filter::body::sort(std::vector<test> tests) {
     const auto is_less = [](const test &a, const test &b) {
         const std::string_view left = comparable(a.row, a.leaf->value), right = comparable(b.row, b.leaf->value);
@@ -259,41 +265,68 @@ client_filter::body::sorted_tests client_filter::body::sort(std::vector<test> te
     sorted_tests sorted;
     for (const test &each : tests) {
         std::vector<test> &kind = is_leaf_list(each.row) ? sorted.listed : sorted.single;
-        if (!kind.empty() && kind.back().name == each.name) {
-            if (is_passed(kind.back(), *each.leaf))
-                continue;
-            sorted.is_possible &= is_leaf_list(each.row);
-        }
-        kind.push_back(each);
+        if (kind.empty() || kind.back().name != each.name || !is_passed(kind.back(), *each.leaf))
+            kind.push_back(each);
     }
     return sorted;
 }
 
-uint32_t client_filter::body::form_for(uint32_t of, const std::vector<test> &single) {
+uint32_t client_filter::body::form_for(uint32_t of, const sorted_tests &sorted) {
     const auto same_name = [](const test &a, const test &b) { return a.name == b.name; };
+    std::vector<test> wanted = sorted.single;
+    if (!sorted.listed.empty())
+        wanted.push_back(sorted.listed.front());
     patterns[of].has_forms = true;
-    // Forms without a name of their own hang on the pattern itself.
-    const uint32_t holder = make_below(of, single.empty() ? no_name : single.front().name);
+    // Forms without a leaf hang on the pattern itself.
+    const uint32_t holder = make_below(of, sorted.single.empty() ? no_name : sorted.single.front().name);
     for (uint32_t known = patterns[holder].first_form; known != none; known = forms[known].next) {
         const test *names = form_names.data() + forms[known].first_name;
-        if (std::equal(single.begin(), single.end(), names, names + forms[known].names, same_name))
+        if (forms[known].has_listed == !sorted.listed.empty() &&
+            std::equal(wanted.begin(), wanted.end(), names, names + forms[known].names, same_name))
             return known;
     }
-    forms.push_back({of, static_cast<uint32_t>(form_names.size()), static_cast<uint32_t>(single.size()),
-                     patterns[holder].first_form});
-    form_names.insert(form_names.end(), single.begin(), single.end());
+    forms.push_back({of, static_cast<uint32_t>(form_names.size()), static_cast<uint32_t>(wanted.size()),
+                     !sorted.listed.empty(), patterns[holder].first_form});
+    form_names.insert(form_names.end(), wanted.begin(), wanted.end());
     return patterns[holder].first_form = static_cast<uint32_t>(forms.size() - 1);
 }
 
 uint32_t client_filter::body::variant_for(uint32_t of, const sorted_tests &sorted) {
-    variant made{0, form_for(of, sorted.single), static_cast<uint32_t>(tests.size()), 0, none};
-    made.hash = mix(made.of_form);
-    for (const test &each : sorted.single)
-        made.hash = mix(made.hash + hash_of(each, each.leaf->value));
+    variant made{0, form_for(of, sorted), static_cast<uint32_t>(tests.size()), 0, none, none};
     tests.insert(tests.end(), sorted.single.begin(), sorted.single.end());
     tests.insert(tests.end(), sorted.listed.begin(), sorted.listed.end());
     made.tests = static_cast<uint32_t>(tests.size()) - made.first_test;
+    made.hash = mix(made.of_form);
+    for (uint32_t i = 0; i < forms[made.of_form].names; ++i)
+        made.hash = mix(made.hash + hash_of(tests[made.first_test + i], tests[made.first_test + i].leaf->value));
 
+    if (const uint32_t known = find_same(made)) {
+        tests.resize(made.first_test);
+        return variants[known].selected;
+    }
+    const auto number = static_cast<uint32_t>(variants.size());
+    made.selected = static_cast<uint32_t>(patterns.size());
+    patterns.push_back({});
+    enter(made);
+    for (const test &each : sorted.single)
+        patterns[make_below(made.selected, each.name)].is_whole = true;
+    for (const test &each : sorted.listed)
+        patterns[make_below(made.selected, each.name)].tested_by = number;
+    return made.selected;
+}
+
+size_t client_filter::body::hash_of_tests(const variant &all) const {
+    size_t hash = mix(all.of_form);
+    for (uint32_t i = 0; i < all.tests; ++i) {
+        const test &each = tests[all.first_test + i];
+        hash = mix(hash + hash_of(each, each.leaf->value));
+        if (each.leaf->has_value_ns)
+            hash = mix(hash + std::hash<std::string_view>{}(each.leaf->value_ns));
+    }
+    return hash;
+}
+
+uint32_t client_filter::body::find_same(const variant &made) const {
     const auto is_same = [&](uint32_t number) {
         const variant &known = variants[number];
         const auto same_test = [](const test &a, const test &b) {
@@ -303,20 +336,23 @@ uint32_t client_filter::body::variant_for(uint32_t of, const sorted_tests &sorte
                std::equal(tests.data() + known.first_test, tests.data() + known.first_test + known.tests,
                           tests.data() + made.first_test, same_test);
     };
-    if (const uint32_t known = variant_numbers.find(made.hash, is_same)) {
-        tests.resize(made.first_test);
-        return variants[known].selected;
-    }
+    return variant_numbers.find(hash_of_tests(made), is_same);
+}
+
+void client_filter::body::enter(variant made) {
     const auto number = static_cast<uint32_t>(variants.size());
-    made.selected = static_cast<uint32_t>(patterns.size());
-    patterns.push_back({});
+    const uint32_t first = led_to(made.hash, made.of_form);
+    if (first != none)
+        made.next = std::exchange(variants[first].next, number);
     variants.push_back(made);
-    variant_numbers.add(number, [this](uint32_t kept) { return variants[kept].hash; });
-    for (const test &each : sorted.single)
-        patterns[make_below(made.selected, each.name)].is_whole = true;
-    for (const test &each : sorted.listed)
-        patterns[make_below(made.selected, each.name)].tested_by = number;
-    return made.selected;
+    if (first == none)
+        first_variants.add(number, [this](uint32_t kept) { return variants[kept].hash; });
+    variant_numbers.add(number, [this](uint32_t kept) { return hash_of_tests(variants[kept]); });
+}
+
+uint32_t client_filter::body::led_to(size_t hash, uint32_t of_form) const {
+    return first_variants.find(
+        hash, [&](uint32_t number) { return variants[number].hash == hash && variants[number].of_form == of_form; });
 }
 
 uint32_t client_filter::body::below(uint32_t around, node_name name) const {
@@ -335,40 +371,45 @@ uint32_t client_filter::body::make_below(uint32_t around, node_name name) {
     return number;
 }
 
-bool client_filter::body::passes(const test &asked, const zmf_datatree *node) const {
+bool client_filter::body::passes(const test &asked, output_node node) const {
     bool passes = false;
-    for_children(node, [&](const zmf_datatree *child) {
-        passes = passes || (name_of(output_tree::schema_node(child), *child) == asked.name && is_passed(asked, *child));
-    });
+    for_children(
+        node, [&](output_node child) { passes = passes || (name_of(child) == asked.name && is_passed(asked, child)); });
     return passes;
 }
 
-bool client_filter::body::passes_all(const variant &all, const zmf_datatree *node) const {
+bool client_filter::body::passes_all(const variant &all, output_node node) const {
     const test *first = &tests[all.first_test];
     return std::all_of(first, first + all.tests, [&](const test &asked) { return passes(asked, node); });
 }
 
 template <typename action>
-void client_filter::body::passed(uint32_t of, const zmf_datatree *node, action tell) const {
+void client_filter::body::passed(uint32_t of, output_node node, action tell) const {
     const auto ask_form = [&](uint32_t number) {
         const form &asked = forms[number];
+        const auto tell_passed = [&](size_t hash) {
+            for (uint32_t each = led_to(hash, number); each != none; each = variants[each].next)
+                if (passes_all(variants[each], node))
+                    tell(variants[each].selected);
+        };
         size_t hash = mix(number);
-        for (uint32_t i = 0; i < asked.names; ++i) {
+        for (uint32_t i = 0; i < asked.names - asked.has_listed; ++i) {
             const test &each = form_names[asked.first_name + i];
-            const zmf_datatree *leaf = nullptr;
-            for_children(node, [&](const zmf_datatree *child) {
-                if (leaf == nullptr && name_of(output_tree::schema_node(child), *child) == each.name)
+            output_node leaf;
+            for_children(node, [&](output_node child) {
+                if (!leaf && name_of(child) == each.name)
                     leaf = child;
             });
-            if (leaf == nullptr || leaf->value == nullptr)
+            if (!leaf || leaf.value() == nullptr)
                 return;
-            hash = mix(hash + hash_of(each, leaf->value));
+            hash = mix(hash + hash_of(each, leaf.value()));
         }
-        variant_numbers.find(hash, [&](uint32_t candidate) {
-            const variant &found = variants[candidate];
-            if (found.hash == hash && found.of_form == number && passes_all(found, node))
-                tell(found.selected);
-            return false; // variants can differ in tests of leaf-lists
+        if (!asked.has_listed)
+            return tell_passed(hash);
+        const test &listed = form_names[asked.first_name + asked.names - 1];
+        for_children(node, [&](output_node child) {
+            if (child.value() != nullptr && name_of(child) == listed.name)
+                tell_passed(mix(hash + hash_of(listed, child.value())));
         });
     };
     const auto ask_forms = [&](node_name name) {
@@ -377,15 +418,15 @@ void client_filter::body::passed(uint32_t of, const zmf_datatree *node, action t
     };
     ask_forms(no_name);
     node_name last = no_name;
-    for_children(node, [&](const zmf_datatree *child) {
-        const node_name name = name_of(output_tree::schema_node(child), *child);
+    for_children(node, [&](output_node child) {
+        const node_name name = name_of(child);
         if (name != last)
             ask_forms(name);
         last = name;
     });
 }
 
-bool client_filter::body::selects_value(uint32_t leaf_list, const zmf_datatree &leaf) const {
+bool client_filter::body::selects_value(uint32_t leaf_list, output_node leaf) const {
     const pattern &asked = patterns[leaf_list];
     if (asked.tested_by == none)
         return false;
@@ -398,7 +439,7 @@ bool client_filter::body::selects_value(uint32_t leaf_list, const zmf_datatree &
 size_t client_filter::body::bytes() const {
     return patterns.capacity() * sizeof(pattern) + forms.capacity() * sizeof(form) +
            variants.capacity() * sizeof(variant) + (tests.capacity() + form_names.capacity()) * sizeof(test) +
-           pattern_numbers.bytes() + variant_numbers.bytes();
+           pattern_numbers.bytes() + first_variants.bytes() + variant_numbers.bytes();
 }
 
 client_filter::client_filter(const zmf::fixed_tree &request) : body_(std::make_unique<body>(request)) {}
@@ -413,22 +454,21 @@ bool is_list(const schema::node *row) {
     return row != nullptr && row->what == schema::kind::list;
 }
 
-bool is_leaf(const schema::node *row, const zmf_datatree *node) {
-    return row != nullptr ? row->value != schema::type::none : output_tree::first_child(node) == nullptr;
+bool is_leaf(const schema::node *row, output_node node) {
+    return row != nullptr ? row->value != schema::type::none : !node.first_child();
 }
 
-bool is_key(const zmf_datatree *child) {
-    const schema::node *row = output_tree::schema_node(child);
-    return row != nullptr && row->is_key && child->value != nullptr;
+bool is_key(output_node child) {
+    const schema::node *row = child.schema_node();
+    return row != nullptr && row->is_key && child.value() != nullptr;
 }
 
 // Of the row of a list: all its keys are there.
-bool has_keys(const schema::node *list, const zmf_datatree *entry) {
+bool has_keys(const schema::node *list, output_node entry) {
     size_t missing = 0;
     for (const schema::node *key = list + 1; key->is_key && key->parent == list; ++key)
         ++missing;
-    for (const auto *child = output_tree::first_child(entry); child && missing != 0;
-         child = output_tree::next_sibling(child))
+    for (output_node child = entry.first_child(); child && missing != 0; child = child.next_sibling())
         missing -= is_key(child);
     return missing == 0;
 }
@@ -438,7 +478,7 @@ public:
     marker(const zmf::output_tree &reply, const client_filter::body *asked, const missing_value &missing)
         : told_(reply), asked_(asked), missing_(missing) {}
 
-    selection mark(const zmf_datatree *root) {
+    selection mark(output_node root) {
         if (asked_ == nullptr || asked_->at(0).is_whole) {
             mark_children(root);
         } else {
@@ -449,23 +489,24 @@ public:
     }
 
 private:
-    bool mark_leaf(const zmf_datatree *leaf) {
-        if (leaf->value != nullptr)
+    bool mark_leaf(output_node leaf) {
+        const bool is_told = leaf.value() != nullptr;
+        if (is_told)
             told_.add(leaf);
         else
             missing_(leaf);
-        return leaf->value != nullptr;
+        return is_told;
     }
 
-    bool mark_children(const zmf_datatree *node) {
+    bool mark_children(output_node node) {
         bool is_any = false;
-        for_children(node, [&](const zmf_datatree *child) { is_any |= mark_whole(child); });
+        for_children(node, [&](output_node child) { is_any |= mark_whole(child); });
         return is_any;
     }
 
     // False: nothing is told of the node.
-    bool mark_whole(const zmf_datatree *node) {
-        const schema::node *row = output_tree::schema_node(node);
+    bool mark_whole(output_node node) {
+        const schema::node *row = node.schema_node();
         if (is_leaf(row, node))
             return mark_leaf(node);
         if ((is_list(row) && !has_keys(row, node)) || !mark_children(node))
@@ -475,8 +516,8 @@ private:
     }
 
     // What the patterns from `first` on select of the node.
-    bool mark_selected(const zmf_datatree *node, size_t first) {
-        const schema::node *row = output_tree::schema_node(node);
+    bool mark_selected(output_node node, size_t first) {
+        const schema::node *row = node.schema_node();
         const auto is_whole = [&](uint32_t number) { return asked_->at(number).is_whole; };
         if (std::any_of(patterns_.begin() + static_cast<std::ptrdiff_t>(first), patterns_.end(), is_whole))
             return mark_whole(node);
@@ -486,7 +527,7 @@ private:
             return false;
         if (!mark_by(node, first))
             return false;
-        for_children(node, [&](const zmf_datatree *child) {
+        for_children(node, [&](output_node child) {
             if (is_list(row) && is_key(child))
                 told_.add(child);
         });
@@ -494,7 +535,7 @@ private:
         return true;
     }
 
-    bool mark_by(const zmf_datatree *node, size_t first) {
+    bool mark_by(output_node node, size_t first) {
         for (size_t i = first, last = patterns_.size(); i < last; ++i)
             if (asked_->at(patterns_[i]).has_forms)
                 asked_->passed(patterns_[i], node, [this](uint32_t selected) { patterns_.push_back(selected); });
@@ -503,8 +544,8 @@ private:
             if (asked_->at(patterns_[i]).is_whole)
                 return mark_children(node);
         bool is_any = false;
-        for_children(node, [&](const zmf_datatree *child) {
-            const node_name name = name_of(output_tree::schema_node(child), *child);
+        for_children(node, [&](output_node child) {
+            const node_name name = name_of(child);
             for (size_t i = first; i < last; ++i)
                 if (const uint32_t below = asked_->below(patterns_[i], name); below != none)
                     patterns_.push_back(below);
@@ -515,9 +556,9 @@ private:
         return is_any;
     }
 
-    bool selects_value(const zmf_datatree *leaf, size_t first) const {
+    bool selects_value(output_node leaf, size_t first) const {
         return std::any_of(patterns_.begin() + static_cast<std::ptrdiff_t>(first), patterns_.end(),
-                           [&](uint32_t number) { return asked_->selects_value(number, *leaf); });
+                           [&](uint32_t number) { return asked_->selects_value(number, leaf); });
     }
 
     selection told_;
@@ -529,11 +570,11 @@ private:
 } // namespace
 
 selection whole(const zmf::output_tree &reply, const missing_value &missing) {
-    return marker(reply, nullptr, missing).mark(reply.root());
+    return marker(reply, nullptr, missing).mark(reply.top());
 }
 
 selection narrowed(const zmf::output_tree &reply, const client_filter &asked, const missing_value &missing) {
-    return marker(reply, &asked.internals(), missing).mark(reply.root());
+    return marker(reply, &asked.internals(), missing).mark(reply.top());
 }
 
 } // namespace ocmap

@@ -39,14 +39,14 @@ private:
 class selection {
 public:
     explicit selection(const zmf::output_tree &tree) : told_(tree.nodes() + 1) {}
-    bool holds(const zmf_datatree *node) const { return told_[zmf::output_tree::number(node)]; }
-    void add(const zmf_datatree *node) { told_[zmf::output_tree::number(node)] = true; }
+    bool holds(zmf::output_node node) const { return told_[node.number()]; }
+    void add(zmf::output_node node) { told_[node.number()] = true; }
 
 private:
     std::vector<bool> told_;
 };
 
-using missing_value = std::function<void(const zmf_datatree *leaf)>;
+using missing_value = std::function<void(zmf::output_node leaf)>;
 selection whole(const zmf::output_tree &reply, const missing_value &missing);
 selection narrowed(const zmf::output_tree &reply, const client_filter &asked, const missing_value &missing);
 

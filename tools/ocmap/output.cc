@@ -18,17 +18,16 @@ void output::put(std::string_view text) noexcept {
 }
 
 void output::flush() noexcept {
-    put(buffer_);
-    buffer_.clear();
+    put({buffer_.get(), held_});
+    held_ = 0;
 }
 
-void output::write(std::string_view text) noexcept {
-    if (buffer_.size() + text.size() > held_back)
-        flush();
+void output::write_out(std::string_view text) noexcept {
+    flush();
     if (text.size() > held_back)
         put(text);
     else
-        buffer_.append(text);
+        write(text);
 }
 
 void output::finish() {

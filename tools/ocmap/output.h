@@ -1,6 +1,8 @@
 // Standard output, with one promise: a write that failed is not lost.
 #pragma once
 
+#include <cstring>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -12,20 +14,29 @@ struct output_error {
 
 class output {
 public:
-    explicit output(int descriptor) noexcept : descriptor_(descriptor) {}
+    explicit output(int descriptor) : descriptor_(descriptor) {}
 
-    void write(std::string_view text) noexcept; // does nothing after a failure
+    void write(std::string_view text) noexcept { // does nothing after a failure
+        if (text.size() > held_back - held_)
+            return write_out(text);
+        std::memcpy(buffer_.get() + held_, text.data(), text.size());
+        held_ += text.size();
+    }
+    void write(char letter) noexcept { write({&letter, 1}); }
     bool failed() const noexcept { return error_ != 0; }
     void finish(); // writes what is held back; throws output_error if this or an earlier write failed
 
 private:
+    static constexpr size_t held_back = 1 << 16;
+
+    void write_out(std::string_view text) noexcept; // when there is no room for it
     void flush() noexcept;
     void put(std::string_view text) noexcept;
 
-    static constexpr size_t held_back = 1 << 16;
     int descriptor_;
     int error_ = 0;
-    std::string buffer_;
+    std::unique_ptr<char[]> buffer_ = std::make_unique_for_overwrite<char[]>(held_back);
+    size_t held_ = 0;
 };
 
 } // namespace ocmap

@@ -12,23 +12,23 @@
 namespace ocmap {
 namespace {
 
-using zmf::output_tree;
+using zmf::output_node;
 
-const char *module_of(const zmf_datatree &node) {
-    const char *ns = node.ns ? node.ns : "";
+const char *module_of(output_node node) {
+    const char *ns = node.ns() ? node.ns() : "";
     const char *module = schema::module_of_ns(ns);
     return module ? module : ns;
 }
 
-bool is_same_name(const zmf_datatree &a, const zmf_datatree &b) {
-    return std::strcmp(a.tag, b.tag) == 0 && std::strcmp(module_of(a), module_of(b)) == 0;
+bool is_same_name(output_node a, output_node b) {
+    return std::strcmp(a.tag(), b.tag()) == 0 && std::strcmp(module_of(a), module_of(b)) == 0;
 }
 
 class json_printer {
 public:
     explicit json_printer(output &out) : to_(out) {}
 
-    void print(const zmf_datatree *root) {
+    void print(output_node root) {
         to_.open_object();
         members(root, "");
         to_.close_object();
@@ -36,19 +36,17 @@ public:
     }
 
 private:
-    static bool is_in_array(const zmf_datatree *node) {
-        return output_tree::is_list_entry(node) || output_tree::is_leaf_list(node);
-    }
+    static bool is_in_array(output_node node) { return node.is_list_entry() || node.is_leaf_list(); }
 
     // The entries of a list are gathered at the first of them.
-    void members(const zmf_datatree *node, std::string_view module) {
-        std::vector<const zmf_datatree *> lists;
-        for (const auto *child = output_tree::first_child(node); child; child = output_tree::next_sibling(child)) {
+    void members(output_node node, std::string_view module) {
+        std::vector<output_node> lists;
+        for (output_node child = node.first_child(); child; child = child.next_sibling()) {
             const bool is_entry = is_in_array(child);
-            if (is_entry && std::any_of(lists.begin(), lists.end(),
-                                        [&](const zmf_datatree *list) { return is_same_name(*list, *child); }))
+            if (is_entry &&
+                std::any_of(lists.begin(), lists.end(), [&](output_node list) { return is_same_name(list, child); }))
                 continue;
-            name(*child, module, "");
+            name(child, module, "");
             if (is_entry) {
                 lists.push_back(child);
                 list(child, module);
@@ -58,17 +56,17 @@ private:
         }
     }
 
-    void list(const zmf_datatree *first, std::string_view module_around) {
-        const bool is_leaf_list = output_tree::is_leaf_list(first);
+    void list(output_node first, std::string_view module_around) {
+        const bool is_leaf_list = first.is_leaf_list();
         bool is_annotated = false;
         to_.open_array();
-        for_entries(first, [&](const zmf_datatree *entry) {
+        for_entries(first, [&](output_node entry) {
             to_.item();
             if (is_leaf_list)
-                scalar(*entry);
+                scalar(entry);
             else
                 object(entry);
-            is_annotated |= is_leaf_list && operation_name(*entry) != nullptr;
+            is_annotated |= is_leaf_list && operation_name(entry) != nullptr;
         });
         to_.close_array();
         if (is_annotated)
@@ -76,12 +74,12 @@ private:
     }
 
     // Of a leaf-list: one for each value, null for one that carries no operation.
-    void annotations(const zmf_datatree *first, std::string_view module_around) {
-        name(*first, module_around, "@");
+    void annotations(output_node first, std::string_view module_around) {
+        name(first, module_around, "@");
         to_.open_array();
-        for_entries(first, [&](const zmf_datatree *entry) {
+        for_entries(first, [&](output_node entry) {
             to_.item();
-            if (const char *operation = operation_name(*entry))
+            if (const char *operation = operation_name(entry))
                 annotation(operation);
             else
                 to_.bare("null");
@@ -90,38 +88,38 @@ private:
     }
 
     template <typename action>
-    static void for_entries(const zmf_datatree *first, action run) {
-        for (const auto *entry = first; entry; entry = output_tree::next_sibling(entry))
-            if (is_in_array(entry) && is_same_name(*first, *entry))
+    static void for_entries(output_node first, action run) {
+        for (output_node entry = first; entry; entry = entry.next_sibling())
+            if (is_in_array(entry) && is_same_name(first, entry))
                 run(entry);
     }
 
-    void value(const zmf_datatree *node, std::string_view module_around) {
-        if (output_tree::first_child(node)) {
+    void value(output_node node, std::string_view module_around) {
+        if (node.first_child()) {
             object(node);
             return;
         }
-        scalar(*node);
-        if (const char *operation = operation_name(*node)) {
-            name(*node, module_around, "@");
+        scalar(node);
+        if (const char *operation = operation_name(node)) {
+            name(node, module_around, "@");
             annotation(operation);
         }
     }
 
-    void scalar(const zmf_datatree &node) {
-        if (node.value)
-            to_.string(node.value);
+    void scalar(output_node node) {
+        if (node.value())
+            to_.string(node.value());
         else
             to_.bare("null");
     }
 
-    void object(const zmf_datatree *node) {
+    void object(output_node node) {
         to_.open_object();
-        if (const char *operation = operation_name(*node)) {
+        if (const char *operation = operation_name(node)) {
             to_.member("@", "", "");
             annotation(operation);
         }
-        members(node, module_of(*node));
+        members(node, module_of(node));
         to_.close_object();
     }
 
@@ -131,9 +129,9 @@ private:
         to_.bare("}");
     }
 
-    void name(const zmf_datatree &node, std::string_view module_around, std::string_view mark) {
+    void name(output_node node, std::string_view module_around, std::string_view mark) {
         const std::string_view module = module_of(node);
-        to_.member(mark, module == module_around ? "" : module, node.tag);
+        to_.member(mark, module == module_around ? "" : module, node.tag());
     }
 
     json_writer to_;
@@ -142,7 +140,7 @@ private:
 } // namespace
 
 void print_json(const zmf::output_tree &tree, output &out) {
-    json_printer(out).print(tree.root());
+    json_printer(out).print(tree.top());
 }
 
 } // namespace ocmap

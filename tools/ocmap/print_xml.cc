@@ -8,13 +8,13 @@
 namespace ocmap {
 namespace {
 
-using zmf::output_tree;
+using zmf::output_node;
 
 class xml_printer {
 public:
     explicit xml_printer(output &out) : to_(out) {}
 
-    void print(const zmf_datatree *root, bool is_read) {
+    void print(output_node root, bool is_read) {
         to_.open(is_read ? "filter" : "config");
         to_.attribute("xmlns", netconf_base);
         if (is_read)
@@ -27,20 +27,20 @@ public:
     }
 
 private:
-    void children(const zmf_datatree *node, const char *ns_around) {
-        for (const auto *child = output_tree::first_child(node); child; child = output_tree::next_sibling(child))
+    void children(output_node node, const char *ns_around) {
+        for (output_node child = node.first_child(); child; child = child.next_sibling())
             element(child, ns_around);
     }
 
-    void element(const zmf_datatree *node, const char *ns_around) {
-        to_.open(node->tag);
-        const char *ns = node->ns ? node->ns : ns_around;
+    void element(output_node node, const char *ns_around) {
+        to_.open(node.tag());
+        const char *ns = node.ns() ? node.ns() : ns_around;
         if (std::strcmp(ns, ns_around) != 0)
             to_.attribute("xmlns", ns);
-        if (const char *operation = operation_name(*node))
+        if (const char *operation = operation_name(node))
             to_.attribute("nc:operation", operation);
-        if (node->value)
-            to_.text(node->tag, node->value);
+        if (node.value())
+            to_.text(node.tag(), node.value());
         children(node, ns);
         to_.close();
     }
@@ -51,7 +51,7 @@ private:
 } // namespace
 
 void print_xml(const zmf::output_tree &tree, bool is_read, output &out) {
-    xml_printer(out).print(tree.root(), is_read);
+    xml_printer(out).print(tree.top(), is_read);
 }
 
 } // namespace ocmap

@@ -17,6 +17,11 @@ struct reply_name {
     const char *ns;
 };
 
+struct reply_value {
+    const char *text;
+    const char *ns; // of an identity; null: none
+};
+
 // Told a reply piece by piece. The entries of a list come between open_list and close_list, each as an object, the
 // values of a leaf-list likewise, each as a leaf.
 class reply_writer {
@@ -26,8 +31,7 @@ public:
     virtual void close() = 0;
     virtual void open_list(const reply_name &name) = 0;
     virtual void close_list() = 0;
-    // `leaf` has a value.
-    virtual void leaf(const reply_name &name, schema::type type, const zmf_datatree &leaf) = 0;
+    virtual void leaf(const reply_name &name, schema::type type, const reply_value &value) = 0;
 };
 
 void tell_reply(const zmf::output_tree &reply, const selection &told, reply_writer &to);

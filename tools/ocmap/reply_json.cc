@@ -38,15 +38,15 @@ public:
         around_.pop_back();
     }
 
-    void leaf(const reply_name &name, schema::type type, const zmf_datatree &leaf) override {
+    void leaf(const reply_name &name, schema::type type, const reply_value &value) override {
         begin(name);
-        const char *identity = leaf.has_value_ns ? module_of(leaf.value_ns) : nullptr;
+        const char *identity = module_of(value.ns);
         if (identity != nullptr)
-            to_.string(identity, leaf.value);
-        else if (is_bare(type, leaf.value))
-            to_.bare(leaf.value);
+            to_.string(identity, value.text);
+        else if (is_bare(type, value.text))
+            to_.bare(value.text);
         else
-            to_.string(leaf.value);
+            to_.string(value.text);
     }
 
 private:

@@ -33,16 +33,16 @@ public:
     void open_list(const reply_name &) override {}
     void close_list() override {}
 
-    void leaf(const reply_name &name, schema::type, const zmf_datatree &leaf) override {
+    void leaf(const reply_name &name, schema::type, const reply_value &value) override {
         begin(name);
-        std::string value = leaf.value;
-        if (leaf.has_value_ns && leaf.value_ns != nullptr) {
-            const char *module = schema::module_of_ns(leaf.value_ns);
+        std::string text = value.text;
+        if (value.ns != nullptr) {
+            const char *module = schema::module_of_ns(value.ns);
             const std::string prefix = module == nullptr ? "identity" : module;
-            to_.attribute(("xmlns:" + prefix).c_str(), leaf.value_ns);
-            value.insert(0, prefix + ':');
+            to_.attribute(("xmlns:" + prefix).c_str(), value.ns);
+            text.insert(0, prefix + ':');
         }
-        to_.text(name.tag, value);
+        to_.text(name.tag, text);
         to_.close();
     }
 

@@ -1,6 +1,7 @@
 // Messages on standard error. A status with an error-tag of its own: a row in `tags`.
 #include "report.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <exception>
@@ -20,17 +21,20 @@ namespace {
 struct tag_row {
     rcode status;
     const char *tag;
+    const char *message = ""; // where the plug-in leaves none
 };
 
 constexpr std::array tags{
     tag_row{RC_UNSUPPORTED_AUGMENT, "unknown-namespace"},
     tag_row{RC_LIST_KEY_ERROR, "missing-element"},
-    tag_row{RC_KEY_DELETE, "operation-not-supported"},
+    tag_row{RC_INVALID_ARGUMENTS, "operation-failed", "a container is deleted as a whole, with no nodes in it"},
+    tag_row{RC_KEY_DELETE, "operation-not-supported", "a key cannot be deleted: delete its entry"},
     tag_row{RC_VALUE_OUT_OF_RANGE, "invalid-value"},
     tag_row{RC_NAMESPACE_MISSING, "invalid-value"},
-    tag_row{RC_SUBTREE_ERROR, "missing-element"},
+    tag_row{RC_SUBTREE_ERROR, "missing-element", "an entry without its key"},
     tag_row{RC_NO_MEMORY, "resource-denied"},
     tag_row{zmf::rc_leafref_mismatch, "invalid-value"},
+    tag_row{zmf::rc_no_such_entry, "missing-element", "an entry without its key"},
     tag_row{zmf::rc_too_big, "too-big"},
 };
 
@@ -47,7 +51,7 @@ std::string_view take_step(std::string_view &path) {
 
 const schema::model *model_of_top(std::string_view tag) {
     for (const schema::model &model : schema::models())
-        if (model.is_root && !model.nodes.empty() && tag == model.nodes.front().tag)
+        if (!model.nodes.empty() && tag == model.nodes.front().tag)
             return &model;
     return nullptr;
 }
@@ -66,6 +70,12 @@ std::string position(const device::description_error &error) {
     if (error.line == 0)
         return error.file;
     return error.file + ":" + std::to_string(error.line) + ":" + std::to_string(error.column);
+}
+
+const tag_row &row_of(rcode status) {
+    static constexpr tag_row other{RC_OK, "operation-failed"};
+    const auto *const found = std::ranges::find(tags, status, &tag_row::status);
+    return found == tags.end() ? other : *found;
 }
 
 void row(const char *name, std::string_view text) {
@@ -99,17 +109,14 @@ void complain(std::string_view text) {
 const char *error_tag(const zmf::failure &failure) {
     if (failure.status == RC_UNSUPPORTED_NODE)
         return is_known(failure.path) ? "operation-not-supported" : "unknown-element";
-    for (const tag_row &candidate : tags)
-        if (candidate.status == failure.status)
-            return candidate.tag;
-    return "operation-failed";
+    return row_of(failure.status).tag;
 }
 
 void report(const zmf::failure &failure) {
     complain(zmf::status_name(failure.status));
     row("error-tag:", error_tag(failure));
     row("error-path:", failure.path);
-    row("message:", failure.message);
+    row("message:", failure.message.empty() ? row_of(failure.status).message : failure.message);
 }
 
 void report(const device::edit_failure &failure) {

@@ -1,8 +1,9 @@
 // Requests of a client, NETCONF XML or RFC 7951 JSON, read into a tree that the walkers can take.
 //
 // Both forms give the same tree. A node carries its local name and namespace URI; its own operation where the client
-// wrote one, and nothing where not (create counts as merge); and its text as it was written, byte for byte. Nodes that
-// the models do not know are taken in either shape: it is the walk that refuses or ignores them.
+// wrote one, and nothing where not (create counts as merge); and its text as it was written, byte for byte, but that
+// white space around what an XML read matches is left out. Nodes that the models do not know are taken in either shape:
+// it is the walk that refuses or ignores them.
 //
 // In XML an element with text has a value. Without text a leaf has none: a read selects it, a delete needs no more.
 // White space alone counts as no text. Only an edit that does not delete takes both as the value of a leaf of type
@@ -12,6 +13,8 @@
 // container; in an edit [null] stands for a leaf of the empty type. An annotation without its leaf deletes that leaf.
 //
 // In values of identities the XML prefix, or the module name in JSON, is split off into the namespace of the value.
+//
+// A power in dBm, "-3.5", becomes whole hundredths, "-350", which is what a walk takes.
 //
 // A request has at most 64 MiB and 1,000,000 nodes, 64 inside one another. An XML tag has at most 100 attributes, and
 // an XML request 100,000 different names, since the parser's time grows with their squares.

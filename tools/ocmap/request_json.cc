@@ -179,7 +179,7 @@ public:
         if (skip_in())
             return;
         if (frames_.empty()) {
-            frames_.push_back({shape::request, static_cast<place>(at), nullptr, {}, 0, false});
+            frames_.push_back({shape::request, static_cast<place>(at), nullptr, {}, {}, 0, false});
             return;
         }
         frame &holder = frames_.back();
@@ -195,7 +195,7 @@ public:
         const char *const ns = holder.member.ns;
         open_node(holder.member, holder.what == shape::array ? at : holder.member.at);
         apply(annotations_.find(static_cast<place>(at), "", whole_member));
-        frames_.push_back({shape::object, static_cast<place>(at), ns, {}, 0, false});
+        frames_.push_back({shape::object, static_cast<place>(at), ns, {}, {}, 0, false});
     }
 
     void member(std::string_view name, size_t at) override {
@@ -206,7 +206,7 @@ public:
                 refuse(at, "an operation in a read");
             is_annotation_ = true;
         } else {
-            resolve(frames_.back(), name, at);
+            take_member(name, at);
         }
     }
 
@@ -228,7 +228,7 @@ public:
         refuse_kind(schema::kind::leaf, "takes no array", at);
         refuse_kind(schema::kind::container, "takes no array", at);
         member_name name = frames_.back().member;
-        frames_.push_back({shape::array, static_cast<place>(at), nullptr, std::move(name), 0, false});
+        frames_.push_back({shape::array, static_cast<place>(at), nullptr, std::move(name), {}, 0, false});
     }
 
     void close_array(size_t) override {
@@ -275,8 +275,9 @@ private:
     struct frame {
         shape what;
         place at;
-        const char *ns;     // of an object's members without module
-        member_name member; // the one whose value comes; of an array, whose value it is
+        const char *ns;                          // of an object's members without module
+        member_name member;                      // the one whose value comes; of an array, whose value it is
+        std::vector<const schema::node *> known; // an edit's members that have come, by whichever name
         uint32_t entries;
         bool is_empty_type; // [null]
     };
@@ -295,6 +296,17 @@ private:
             return false;
         --skipped_;
         return true;
+    }
+
+    void take_member(std::string_view name, size_t at) {
+        frame &holder = frames_.back();
+        resolve(holder, name, at);
+        const schema::node *known = tree_.known(holder.member.tag(), holder.member.ns);
+        if (known == nullptr || tree_.is_read())
+            return;
+        if (std::ranges::find(holder.known, known) != holder.known.end())
+            refuse(at, quoted(name) + " stands in its object under another name, too");
+        holder.known.push_back(known);
     }
 
     static void resolve(frame &holder, std::string_view name, size_t at) {
@@ -384,7 +396,7 @@ private:
         if (each.entry != whole_member || (each.operation != OP_DELETE && each.operation != OP_REMOVE))
             refuse(each.at, "annotation " + quoted('@' + each.name) + " of what is not there");
         frame &holder = frames_.back();
-        resolve(holder, each.name, each.at);
+        take_member(each.name, each.at);
         refuse_kind(schema::kind::container, "takes its operation inside", each.at);
         refuse_kind(schema::kind::list, "takes its operation inside", each.at);
         open_node(holder.member, each.at);

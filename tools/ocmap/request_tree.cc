@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "device/text.h"
+#include "hundredths.h"
 #include "zmf.h"
 
 namespace ocmap {
@@ -46,9 +47,10 @@ const schema::node *request_tree::known(std::string_view tag, std::string_view n
         const schema::model *root = schema::root_of(tag, ns);
         return root == nullptr ? nullptr : &root->nodes.front();
     }
-    if (model_ == nullptr || open_.back().known == nullptr || ns != model_->ns)
+    if (model_ == nullptr || open_.back().known == nullptr)
         return nullptr;
-    return schema::child(open_.back().known, *model_, tag);
+    const schema::node *found = schema::child(open_.back().known, *model_, tag);
+    return found != nullptr && ns == found->ns ? found : nullptr;
 }
 
 void request_tree::open(std::string_view tag, std::string_view ns) {
@@ -81,7 +83,12 @@ void request_tree::operation(uint32_t code) {
 void request_tree::value(std::string_view text) {
     if (is_branch(node()))
         throw refusal{quoted(node()->tag) + " holds nodes, and no text"};
-    builder_.value(text);
+    if (is_native() || !is_leaf(node()) || node()->value != schema::type::hundredths)
+        return builder_.value(text);
+    const std::optional<std::string> scaled = to_hundredths(text);
+    if (!scaled)
+        throw refusal{quoted(text) + " is no decimal number with at most two decimals"};
+    builder_.value(*scaled);
 }
 
 void request_tree::value(std::string_view identity, std::string_view ns) {
@@ -115,6 +122,28 @@ std::optional<prefixed> split_identity(const schema::node *known, std::string_vi
     if (colon == std::string_view::npos)
         return std::nullopt;
     return prefixed{text.substr(0, colon), text.substr(colon + 1)};
+}
+
+std::string_view trimmed(std::string_view text) {
+    text.remove_prefix(std::min(text.find_first_not_of(white), text.size()));
+    return text.substr(0, text.find_last_not_of(white) + 1);
+}
+
+std::string_view comparable(const schema::node *known, std::string_view text) {
+    using schema::type;
+    text = trimmed(text);
+    if (known == nullptr ||
+        (known->value != type::integer && known->value != type::integer64 && known->value != type::decimal64))
+        return text;
+    while (text.size() > 1 && (text[0] == '+' || (text[0] == '0' && text[1] != '.')))
+        text.remove_prefix(1);
+    if (text.find('.') != std::string_view::npos) {
+        while (text.ends_with('0'))
+            text.remove_suffix(1);
+        if (text.ends_with('.'))
+            text.remove_suffix(1);
+    }
+    return text;
 }
 
 } // namespace ocmap

@@ -68,4 +68,10 @@ struct prefixed {
 };
 std::optional<prefixed> split_identity(const schema::node *known, std::string_view text);
 
+inline constexpr std::string_view white = " \t\r\n";
+std::string_view trimmed(std::string_view text); // without white space at its ends
+
+// Values are the same if this is: white space at the ends does not count, nor what does not change a number, "+05.50".
+std::string_view comparable(const schema::node *known, std::string_view text);
+
 } // namespace ocmap

@@ -22,7 +22,6 @@ namespace ocmap {
 namespace {
 
 constexpr std::string_view netconf_base = "urn:ietf:params:xml:ns:netconf:base:1.0";
-constexpr std::string_view white = " \t\r\n";
 
 struct release_parser {
     void operator()(xmlParserCtxt *parser) const { xmlFreeParserCtxt(parser); }
@@ -298,10 +297,12 @@ private:
             tree_.value(text_);
     }
 
+    // White space around what a read matches does not count.
     void take_value(const schema::node *known) {
-        const std::optional<prefixed> identity = split_identity(known, text_);
+        const std::string_view text = tree_.is_read() && !tree_.is_native() ? trimmed(text_) : text_;
+        const std::optional<prefixed> identity = split_identity(known, text);
         if (!identity)
-            return tree_.value(text_);
+            return tree_.value(text);
         const auto found = std::find_if(bindings_.rbegin(), bindings_.rend(),
                                         [&](const binding &each) { return each.prefix == identity->prefix; });
         if (identity->prefix.empty() || found == bindings_.rend())

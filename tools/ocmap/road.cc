@@ -44,21 +44,23 @@ void print_line(std::string_view line) {
     std::fprintf(stderr, "%s\n", one_line(line).c_str());
 }
 
-std::string step_of(const zmf_datatree *node) {
-    using zmf::output_tree;
-    std::string step = std::string("/") + node->tag;
-    for (const auto *child = output_tree::first_child(node); child; child = output_tree::next_sibling(child))
-        if (output_tree::is_key(child) && child->value)
-            step += std::string("[") + child->tag + "='" + child->value + "']";
+std::string step_of(zmf::output_node node) {
+    std::string step = std::string("/") + node.tag();
+    for (zmf::output_node child = node.first_child(); child; child = child.next_sibling())
+        if (child.is_key() && child.value())
+            step += std::string("[") + child.tag() + "='" + child.value() + "']";
     return step;
 }
 
 } // namespace
 
 void add_road_options(CLI::App &command, road_options &options) {
+    const CLI::Validator is_named([](const std::string &name) { return name.empty() ? "an empty name" : ""; }, "");
     command.add_option("--device", options.device, "Device description (default: the built-in lab device)")
+        ->check(is_named)
         ->type_name("FILE");
     command.add_option("--plugin", options.plugin, "Plug-in to load (default: ../lib/libocoptical.so beside the host)")
+        ->check(is_named)
         ->type_name("FILE");
     command.add_option("--format", options.form, "Form of the output: xml, json (default: that of the input)")
         ->check(CLI::IsMember({"xml", "json"}))
@@ -71,6 +73,7 @@ road::road(const road_options &options)
     : out(STDOUT_FILENO), device(options.device.empty() ? device::lab() : device::read_file(options.device)),
       plugin(options.plugin.empty() ? plugin_beside_host() : options.plugin), options_(options) {
     device::install(device.held());
+    device::install_state_store(device.held(), options.device.empty() ? "lab.json" : options.device);
 }
 
 void road::watch(zmf::session &session) {
@@ -100,7 +103,7 @@ void road::down(zmf::session &session, const request_file &request, size_t filte
         return;
     out.finish();
     zmf::failure failure = session.describe(status);
-    if (status == zmf::rc_too_big && failure.message.empty())
+    if (status == zmf::rc_too_big)
         failure.message = "the native tree outgrows the memory that a request of this size is given";
     throw walk_failure{std::move(failure)};
 }
@@ -135,9 +138,9 @@ void road::print_reply(const zmf::output_tree &reply, const selection &told, for
         print_reply_json(reply, told, out);
 }
 
-void warn_of_missing(const zmf_datatree *leaf) {
-    std::vector<const zmf_datatree *> nodes;
-    for (; zmf::output_tree::parent(leaf); leaf = zmf::output_tree::parent(leaf))
+void warn_of_missing(zmf::output_node leaf) {
+    std::vector<zmf::output_node> nodes;
+    for (; leaf.parent(); leaf = leaf.parent())
         nodes.push_back(leaf);
     std::string path;
     for (auto node = nodes.rbegin(); node != nodes.rend(); ++node)

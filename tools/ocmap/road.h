@@ -59,6 +59,6 @@ private:
 };
 
 // Tells a leaf of a reply that has no value on standard error.
-void warn_of_missing(const zmf_datatree *leaf);
+void warn_of_missing(zmf::output_node leaf);
 
 } // namespace ocmap

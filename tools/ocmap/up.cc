@@ -29,8 +29,8 @@ void refuse_unknown(const request_file &native, const zmf::plugin &plugin, const
     for (uint32_t i = 0; i < native.tree.count(); ++i) {
         const zmf_datatree &top = native.tree.tops()[i];
         if (!plugin.takes_up(top))
-            throw bad_input{file + ": no root of the plug-in takes top node \"" + top.tag + "\" of namespace \"" +
-                            (top.ns == nullptr ? "" : top.ns) + "\""};
+            throw bad_input{name_of(file) + ": no root of the plug-in takes top node \"" + top.tag +
+                            "\" of namespace \"" + (top.ns == nullptr ? "" : top.ns) + "\""};
     }
 }
 

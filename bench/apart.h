@@ -1,0 +1,26 @@
+// Measuring one thing in a process of its own, so that no run finds memory that an earlier one has warmed.
+#pragma once
+
+#include <functional>
+#include <vector>
+
+namespace bench {
+
+struct measured {
+    double seconds = 0;
+    double bytes = 0; // of what `work` says it measures
+    double size = 0;  // of what came out
+};
+
+// Runs `work` in a child and hands back what it measured. Ends the program if the child fails.
+measured apart(const std::function<measured()> &work);
+
+double median(std::vector<double> values);
+
+double now(); // seconds
+
+size_t heap_in_use();
+size_t resident();      // bytes, of this process
+size_t peak_resident(); // the most that it ever was
+
+} // namespace bench
