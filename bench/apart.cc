@@ -14,11 +14,6 @@
 namespace bench {
 namespace {
 
-[[noreturn]] void give_up(const char *reason) {
-    std::fprintf(stderr, "%s\n", reason);
-    std::exit(1);
-}
-
 [[noreturn]] void work_and_leave(const std::function<measured()> &work, int to) {
     bool told = false;
     try {
@@ -31,6 +26,11 @@ namespace {
 }
 
 } // namespace
+
+void give_up(const char *reason) {
+    std::fprintf(stderr, "%s\n", reason);
+    std::exit(1);
+}
 
 measured apart(const std::function<measured()> &work) {
     int ends[2];

@@ -17,6 +17,8 @@ measured apart(const std::function<measured()> &work);
 
 double median(std::vector<double> values);
 
+[[noreturn]] void give_up(const char *reason); // ends the program
+
 double now(); // seconds
 
 size_t heap_in_use();

@@ -84,7 +84,7 @@ public:
     explicit device_file(uint32_t channels) {
         const int made = mkstemp(name_.data());
         if (made < 0)
-            throw std::runtime_error("no temporary file");
+            bench::give_up("no temporary file");
         close(made);
         bench::apart([&] {
             device::write_file(bench::device_with_channels(channels), name_);

@@ -72,10 +72,10 @@ void read_tops(road &road, const request_file &request, output_tree &reply) {
     road.read_config(session, tops, 0, reply);
 }
 
-output_node same_value(output_node first, const zmf_datatree &wanted, const schema::node &row) {
-    if (wanted.value == nullptr)
+output_node same_value(output_node above, const zmf_datatree &wanted, const schema::node &row) {
+    if (!above || wanted.value == nullptr)
         return {};
-    for (output_node node = first; node; node = node.next_sibling())
+    for (output_node node = above.first_child(); node; node = node.next_sibling())
         if (std::strcmp(node.tag(), wanted.tag) == 0 && node.value() != nullptr &&
             comparable(&row, node.value()) == comparable(&row, wanted.value))
             return node;
@@ -87,7 +87,7 @@ output_node existing(output_tree &held, const zmf_datatree &wanted, const schema
     const output_node found = held.find(path.c_str());
     if (!found || row.what != schema::kind::leaf_list)
         return found;
-    return same_value(found.parent().first_child(), wanted, row);
+    return same_value(found.parent(), wanted, row);
 }
 
 } // namespace

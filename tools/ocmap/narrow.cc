@@ -48,8 +48,8 @@ node_name name_of(output_node node) {
 
 const schema::node *row_below(const schema::node *parent, const zmf_datatree &child) {
     for (const schema::model &model : schema::models()) {
-        const bool is_here = parent == nullptr ||
-                             (parent >= model.nodes.data() && parent < model.nodes.data() + model.nodes.size());
+        const bool is_here =
+            parent == nullptr || (parent >= model.nodes.data() && parent < model.nodes.data() + model.nodes.size());
         const schema::node *row = is_here ? schema::child(parent, model, child.tag) : nullptr;
         if (row != nullptr && child.ns != nullptr && std::string_view(row->ns) == child.ns)
             return row;
