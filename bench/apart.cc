@@ -21,6 +21,8 @@ namespace {
         told = write(to, &result, sizeof result) == sizeof result;
     } catch (const std::exception &error) {
         std::fprintf(stderr, "%s\n", error.what());
+    } catch (...) {
+        std::fprintf(stderr, "a walk, a file or the plug-in failed\n");
     }
     _exit(told ? 0 : 1);
 }

@@ -49,8 +49,7 @@ const std::array requests{
     request_row{"", whole_container, {100, 1000, 10000, 100000}, 1000},
 };
 
-// Two containers, and for each channel itself, its key, four containers with one `config` more than that, and the
-// leaves.
+// Two containers; for each channel itself, its key, its containers and its leaves.
 size_t nodes_of(uint32_t channels) {
     constexpr size_t containers = 3 + 4; // ethernet, otn, ingress, and `config` in each and in the channel
     return 2 + channels * (2 + containers + bench::leaves_of_channel);

@@ -129,6 +129,26 @@ TEST_F(printers, keep_values_whole) {
     EXPECT_NE(xml(false).find("<note>" + value + "</note>"), std::string::npos);
 }
 
+// Texts are looked at in words of eight bytes: what is escaped may stand anywhere.
+TEST_F(printers, json_escapes_wherever_it_stands) {
+    const struct {
+        const char *character, *escaped;
+    } rows[] = {{"\"", "\\\""}, {"\\", "\\\\"}, {"\n", "\\n"},    {"\x01", "\\u0001"},     {"\x1f", "\\u001f"},
+                {" ", " "},     {"!", "!"},     {"\x7f", "\x7f"}, {"\xc3\xa9", "\xc3\xa9"}};
+    for (const auto &row : rows)
+        for (size_t length : {0, 1, 7, 8, 9, 17})
+            for (size_t at = 0; at <= length; ++at) {
+                const std::string before(at, 'a'), after(length - at, 'a');
+                zmf::output_tree tree;
+                const std::string value = before + row.character + after;
+                ASSERT_EQ(zmf_map_datatree_add_path_flagged(session_.context(), tree.root(), "/x", foreign,
+                                                            value.c_str(), nullptr, nullptr, 0, 0),
+                          RC_OK);
+                EXPECT_EQ(printed([&](ocmap::output &out) { print_json(tree, out); }),
+                          "{\n  \"urn:nobody:knows:this:x\": \"" + before + row.escaped + after + "\"\n}\n");
+            }
+}
+
 TEST_F(printers, xml_refuses_what_it_cannot_carry) {
     add("/logical-channels/note", cfg, "tab\tand \x01");
     EXPECT_NE(json().find(R"("note": "tab\tand \u0001")"), std::string::npos);

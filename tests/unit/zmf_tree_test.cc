@@ -306,6 +306,9 @@ TEST(zmf_output, grows_by_path) {
         {"a key that changed is found no more",
          {{key, "5"}, {key, "6", OP_MERGE}, {"/logical-channels/channel[channel-index=5]/x"}},
          "{logical-channels{channel{channel-index=6+} channel*{channel-index=5 x}}}"},
+        {"an older entry becomes the current one",
+         {{"/l[k=1]"}, {"/l[k=2]"}, {"/l[k=1]", nullptr, -1, true}, {"/l/v", "a"}},
+         "{l*{k=1 v=a} l*{k=2}}"},
         {"a path with keys moves no position",
          {{"/l", nullptr, -1, true}, {"/l[k=1]/v"}, {"/l/w"}},
          "{l*{w} l*{k=1 v}}"},
@@ -332,6 +335,82 @@ TEST(zmf_output, a_node_that_is_handed_out_takes_relative_paths) {
     EXPECT_EQ(grown(tree.top()), "{l*{k=1 v=1} l*{k=2 c{v=2}}}");
     EXPECT_FALSE(tree.top().parent());
     EXPECT_EQ(tree.nodes(), 7u);
+}
+
+// A node that is handed out is the same for its holder and for readers, whoever changes it.
+TEST(zmf_output, a_node_that_is_handed_out_follows_later_adds) {
+    zmf::session s(OP_EDIT);
+    zmf::output_tree tree;
+    zmf_datatree *held = nullptr;
+    zmf_datatree *again = nullptr;
+    ASSERT_EQ(add(s, tree.root(), {"/a/b", "1"}, &held), RC_OK);
+    EXPECT_STREQ(held->tag, "b");
+    EXPECT_STREQ(held->value, "1");
+    EXPECT_STREQ(held->ns, ns_a);
+    ASSERT_EQ(add(s, tree.root(), {"/a/b", "2", OP_REPLACE}, &again), RC_OK);
+    EXPECT_EQ(held, again);
+    EXPECT_STREQ(held->value, "2");
+    EXPECT_TRUE(held->op_explicit && held->op == OP_REPLACE);
+    zmf_map_datatree_update_namespace(s.context(), tree.root(), "/a/b", ns_b, 1);
+    EXPECT_STREQ(held->ns, ns_b);
+    held->value_ns = zmf_strdup("urn:v", "test");
+    held->has_value_ns = 1;
+    EXPECT_STREQ(tree.find("/a/b").value_ns(), "urn:v");
+    EXPECT_EQ(tree.find("/a").value_ns(), nullptr);
+    ASSERT_EQ(add(s, tree.root(), {"/a/b", nullptr, OP_DELETE}), RC_OK);
+    EXPECT_FALSE(held->has_value);
+    EXPECT_EQ(grown(tree.top()), "{a{b!3?}}");
+}
+
+// Beyond a few children places are looked up in another way: what was current or newest stays so.
+TEST(zmf_output, a_node_may_have_many_children) {
+    constexpr int names = 40;
+    for (int with_list = 0; with_list <= names; ++with_list) {
+        zmf::session s(OP_EDIT);
+        zmf::output_tree tree;
+        std::string expected;
+        for (int i = 0; i <= names; ++i) {
+            if (i == with_list) {
+                add(s, tree.root(), {"/t/l", nullptr, -1, true});
+                add(s, tree.root(), {"/t/l/k", "1"});
+                expected += " l*{k=1 v=2}";
+            }
+            const std::string name = "c" + std::to_string(i);
+            add(s, tree.root(), {("/t/" + name).c_str()});
+            expected += " " + name + "=" + std::to_string(i);
+        }
+        add(s, tree.root(), {"/t/l/v", "2"});
+        for (int i = 0; i <= names; ++i)
+            add(s, tree.root(), {("/t/c" + std::to_string(i)).c_str(), std::to_string(i).c_str()});
+        add(s, tree.root(), {"/t/l", nullptr, -1, true});
+        add(s, tree.root(), {"/t/l/k", "2"});
+        s.reset();
+        add(s, tree.root(), {"/t/l/v", "3"});
+        EXPECT_EQ(grown(tree.top()), "{t{" + expected.substr(1) + " l*{k=2 v=3}}}") << with_list;
+    }
+}
+
+// Paths are known again by where their text stands, and it may have changed.
+TEST(zmf_output, a_path_is_what_its_text_says) {
+    constexpr size_t paths = 3000; // more than are kept
+    zmf::session s(OP_EDIT);
+    zmf::output_tree tree;
+    char buffer[32];
+    std::deque<std::string> lasting;
+    for (size_t round = 0; round < 2; ++round)
+        for (size_t i = 0; i < paths; ++i) {
+            if (round == 0)
+                lasting.push_back("/t/n" + std::to_string(i));
+            snprintf(buffer, sizeof buffer, "/u/n%zu", i % 7);
+            add(s, tree.root(), {lasting[i].c_str(), "1"});
+            add(s, tree.root(), {buffer, "1"});
+        }
+    EXPECT_EQ(tree.nodes(), 2 + paths + 7);
+    snprintf(buffer, sizeof buffer, "/u//n");
+    EXPECT_EQ(add(s, tree.root(), {buffer}), zmf::rc_bad_path);
+    snprintf(buffer, sizeof buffer, "/u/n6");
+    EXPECT_EQ(add(s, tree.root(), {buffer}), RC_OK);
+    EXPECT_EQ(tree.nodes(), 2 + paths + 7);
 }
 
 TEST(zmf_output, namespaces_are_set_on_what_is_there) {
