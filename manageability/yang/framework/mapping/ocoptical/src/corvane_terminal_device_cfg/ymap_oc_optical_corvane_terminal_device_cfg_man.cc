@@ -10,6 +10,7 @@
 #include "engine/config_gate.h"
 #include "platform.h"
 #include "utility/components.h"
+#include "utility/keyed_path.h"
 #include "utility/safe_text.h"
 #include "utility/scan.h"
 #include "utility/text.h"
@@ -18,27 +19,15 @@ using namespace ocoptical;
 
 namespace {
 
-constexpr uint32_t xpath_operation = 1; // there is no other
-
-// A record for a keyed path; `format` takes the key.
+// A record for an entry at a keyed path; `format` takes the key.
 void prepare(zmf_map_xpath_op *op, zmf_datatree *tree, const char *format, const char *key) {
-    clear(op, sizeof *op);
-    op->tree = tree;
-    op->operation = xpath_operation;
-    op->kind = ZMF_XPATH_FIND_LIST;
-    snprintf(op->ns, sizeof op->ns, "%s", ZMF_NS_OC_TERMINAL_DEVICE);
-    snprintf(op->xpath, sizeof op->xpath, format, key);
+    prepare_keyed_path(op, tree, ZMF_XPATH_FIND_LIST, ZMF_NS_OC_TERMINAL_DEVICE, format, key);
 }
 
 // An entry that is there already counts as made.
 rcode stitch(zmf_map_ctx ctx, zmf_map_xpath_op *op, const char *list_path, const char *oc_self) {
     snprintf(op->list_path, sizeof op->list_path, "%s", list_path);
-    const rcode status = zmf_map_stitch_list_to_list(ctx, op);
-    if (status == RC_LEAF_EXISTS) {
-        TRACE(ctx, TRC("leaf already exist"));
-        return RC_OK;
-    }
-    return status;
+    return settle_keyed_add(ctx, zmf_map_stitch_list_to_list(ctx, op), oc_self);
 }
 
 } // namespace
