@@ -79,6 +79,9 @@ constexpr row rows[] = {
 #define MODULE "Corvane-drivers-media-eth-oper"
 #include "corvane_drivers_media_eth_oper.def"
 #undef MODULE
+#define MODULE "Corvane-pmengine-oper"
+#include "corvane_pmengine_oper.def"
+#undef MODULE
 #undef IS_CONFIG
 };
 constexpr size_t row_count = std::size(rows);
@@ -94,7 +97,8 @@ consteval size_t first_faulty() {
             return i;
         const bool follows_list = !is_top && rows[i].depth > above && rows[i - 1].what == kind::list;
         const bool follows_key = i > 0 && rows[i - 1].is_key && rows[i - 1].depth == rows[i].depth;
-        if (rows[i].is_key ? !follows_list && !follows_key : follows_list)
+        const bool may_be_keyless = !rows[i].is_config;
+        if (rows[i].is_key ? !follows_list && !follows_key : follows_list && !may_be_keyless)
             return i;
     }
     return row_count;

@@ -122,9 +122,18 @@ TEST(schema, knows_roots_modules_and_native_lists) {
     EXPECT_STREQ(controllers->module, "Corvane-controller-otu-oper");
     ASSERT_EQ(controllers->keys.size(), 1u);
     EXPECT_STREQ(controllers->keys[0], "controller-name");
+    const schema::native_list *history = schema::native_list_at(
+        "/performance-management-history/global/periodic/otu-history/otu-port-histories/"
+        "otu-port-history/otu-second30-history/otu-second30fec-histories/otu-second30fec-history");
+    ASSERT_NE(history, nullptr);
+    EXPECT_TRUE(history->keys.empty());
     EXPECT_EQ(schema::native_list_at("/otu/controllers"), nullptr);
     EXPECT_EQ(schema::native_list_at("otu/controllers/controller"), nullptr);
 }
+
+#define ETHERNET_BIN                                                                                                   \
+    "/performance-management/ethernet/ethernet-ports/ethernet-port/ethernet-prev/ethernet-prev-flex-interval/"         \
+    "ethernet-prev-flex-interval-pcses/ethernet-prev-flex-interval-pcs"
 
 TEST(schema, links_native_nodes) {
     using schema::kind, schema::type;
@@ -135,7 +144,9 @@ TEST(schema, links_native_nodes) {
             EXPECT_NE(schema::ns_of_module(node.module), nullptr) << node.module;
         } else {
             EXPECT_TRUE(node.parent < &node && node.end <= node.parent->end) << node.tag;
-            const bool is_added = node.tag == std::string_view("optics"); // by another module
+            // By another module.
+            const bool is_added = node.tag == std::string_view("optics") &&
+                                  node.parent->tag == std::string_view("interface-configuration");
             EXPECT_NE(std::string_view(node.module) == node.parent->module, is_added) << node.tag;
         }
         count[node.what] += std::string_view(node.module) == "Corvane-terminal-device-cfg";
@@ -161,6 +172,9 @@ TEST(schema, links_native_nodes) {
         {"/interface-configurations/interface-configuration/optics/rx-thresholds/rx-threshold/rx-threshold", kind::leaf,
          false, true, type::integer},
         {"/optics-oper/optics-ports/optics-port/name", kind::leaf, true, false, type::string},
+        {ETHERNET_BIN, kind::list, false, false, type::none},
+        {ETHERNET_BIN "/slot-number", kind::leaf, true, false, type::integer},
+        {ETHERNET_BIN "/uas-ne/count/data", kind::leaf, false, false, type::string},
     };
     for (const auto &row : rows) {
         const schema::native_node *node = schema::native_at(row.path);
