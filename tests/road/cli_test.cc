@@ -98,6 +98,7 @@ TEST(bad_input, names_the_file_that_is_unusable) {
     const std::string device = scratch_file("device.json", "{\"router-type\": 5,\n \"colour\": 1}");
     const std::string store = scratch_file("store.json", "{\"state-store\": {\n \"/a\": {\"record\": \"shoe_info\"}}}");
     const std::string text = scratch_file("text.so", "not a shared object");
+    const std::string bare = scratch_file("bare.json", "{}"); // without records, which that library does not know
     struct {
         std::vector<std::string> arguments;
         std::string message;
@@ -112,7 +113,7 @@ TEST(bad_input, names_the_file_that_is_unusable) {
         {{request, "--device", store}, store + ":2:19: unknown record \"shoe_info\""},
         {{request, "--plugin", "/nowhere/plugin.so"}, "/nowhere/plugin.so"},
         {{request, "--plugin", text}, text},
-        {{request, "--plugin", LIBRARY_WITHOUT_ROOTS},
+        {{request, "--plugin", LIBRARY_WITHOUT_ROOTS, "--device", bare},
          "ymap_ox_oc_optical_openconfigterminaldevice_lvla_terminaldevice"},
     };
     for (const auto &row : rows) {

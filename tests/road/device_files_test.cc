@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <cstring>
 #include <dlfcn.h>
+#include <map>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -71,6 +72,25 @@ TEST(device_files, lead_to_the_records_of_the_state_store) {
     become(false); // the plug-in keeps that the library is there
     EXPECT_EQ(is_grey(session.context(), "Optics0/0/0/1"), statedb::rc_not_installed);
     *available = 0;
+}
+
+// The lab's client ports are grey, its line ports are not, and there is no record of others.
+TEST(device_files, say_which_ports_of_the_lab_are_grey) {
+    const zmf::plugin plugin(OCOPTICAL_PLUGIN);
+    const auto is_grey =
+        reinterpret_cast<rcode (*)(zmf_map_ctx, const char *)>(plugin.symbol("oc_optical_is_lineport_grey"));
+    const device::description lab = device::read_file(EXAMPLES "/lab.json");
+    EXPECT_TRUE(lab == device::lab());
+    device::install(lab);
+    device::install_state_store(lab, "lab.json");
+    const std::map<std::string, rcode> expected = {
+        {"Optics0/0/0/1", 1},  {"Optics0/0/0/2", 1},  {"Optics0/0/0/3", statedb::rc_no_item},
+        {"Optics0/0/0/12", 0}, {"Optics0/0/0/13", 0},
+    };
+    for (const auto &[port, answer] : expected) {
+        zmf::session session(OP_GET);
+        EXPECT_EQ(is_grey(session.context(), port.c_str()), answer) << port;
+    }
 }
 
 TEST(device_files, let_the_log_go_nowhere) {
