@@ -16,11 +16,15 @@ rcode open_channel(zmf_map_ctx ctx, zmf_datatree *tree, const char *logical_id) 
                                       ZMF_NS_OC_TERMINAL_DEVICE);
 }
 
+rcode find_controller_channel(const char *optics, char *logical_id) {
+    char controller[text_size] = "";
+    (void)oc_optical_convert_optics_to_controller(optics, controller);
+    return oc_optical_convert_interface_to_logical_id(controller, logical_id);
+}
+
 optics_carrier::optics_carrier(zmf_map_ctx ctx, zmf_datatree *tree, const carrier_list &ports)
     : name_read(zmf_map_get_node_info(ctx, ports.path, ports.key, &name)) {
-    char controller[text_size] = "";
-    (void)oc_optical_convert_optics_to_controller(name, controller);
-    const rcode status = oc_optical_convert_interface_to_logical_id(controller, logical_id);
+    const rcode status = find_controller_channel(name, logical_id);
     has_channel = status == RC_OK;
     is_valid = is_valid_channel_for_esnr(name, ctx, tree, status) != 0;
 }

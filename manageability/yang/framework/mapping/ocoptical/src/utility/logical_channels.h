@@ -26,6 +26,9 @@ struct carrier {
 // The entry of a channel becomes the one that later adds fall under; it is made where it is missing.
 rcode open_channel(zmf_map_ctx ctx, zmf_datatree *tree, const char *logical_id);
 
+// The logical channel of the controller behind an optics port; 0, or what the look-up of the number answered.
+rcode find_controller_channel(const char *optics, char *logical_id);
+
 // An optics port and the logical channel of the controller behind it, to which figures that are read at the port
 // belong.
 struct optics_carrier {

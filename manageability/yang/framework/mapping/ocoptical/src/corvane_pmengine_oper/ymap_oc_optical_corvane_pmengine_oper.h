@@ -1,0 +1,78 @@
+// The model Corvane-pmengine-oper: its table, and the declarations of its callbacks and hooks.
+#pragma once
+
+#include "engine/export.h"
+#include "exported.h"
+#include "namespaces.h"
+#include "utility/performance_paths.h"
+#include "zmf.h"
+
+#define OC_MODEL ymap_xo_oc_optical_corvanepmengineoper
+#define OC_TABLE "corvane_pmengine_oper/ymap_oc_optical_corvane_pmengine_oper.def"
+
+#include "engine/readings/declarations.inc"
+
+// Conversions that the rows name, and the interval of a bin as they report it.
+extern "C" {
+zmf_node_shape oc_optical_fec_ec_bits_to_otn_fec_corr_bits, oc_optical_fec_uc_words_to_otn_fec_uc_words;
+zmf_node_shape oc_optical_pre_fec_min_to_high, oc_optical_pre_fec_avg_to_high, oc_optical_pre_fec_max_to_high,
+    oc_optical_pre_fec_min_time_to_high, oc_optical_pre_fec_max_time_to_high;
+zmf_node_shape oc_optical_post_fec_min_to_high, oc_optical_post_fec_avg_to_high, oc_optical_post_fec_max_to_high,
+    oc_optical_post_fec_min_time_to_high, oc_optical_post_fec_max_time_to_high;
+zmf_node_shape oc_optical_q_value_min_to_high, oc_optical_q_value_avg_to_high, oc_optical_q_value_max_to_high,
+    oc_optical_q_value_min_time_to_high, oc_optical_q_value_max_time_to_high;
+zmf_node_shape otn_es_ne_to_otn_es, oc_optical_otn_ses_ne_to_otn_ses, oc_optical_otn_uas_ne_to_otn_uas,
+    oc_optical_otn_bbe_ne_to_otn_bbe;
+zmf_node_shape oc_optical_odu_es_ne_to_otn_es, oc_optical_odu_ses_ne_to_otn_ses, oc_optical_odu_uas_ne_to_otn_uas,
+    oc_optical_odu_bbe_ne_to_otn_bbe;
+zmf_node_shape oc_optical_in_pcs_bip_errors_to_high, oc_optical_in_pcs_es_to_high, oc_optical_in_pcs_ses_to_high,
+    oc_optical_in_pcs_us_to_high;
+zmf_node_shape oc_optical_cd_min_to_high, oc_optical_cd_avg_to_high, oc_optical_cd_max_to_high,
+    oc_optical_cd_min_time_to_high, oc_optical_cd_max_time_to_high;
+zmf_node_shape oc_optical_sopmd_min_to_high, oc_optical_sopmd_avg_to_high, oc_optical_sopmd_max_to_high,
+    oc_optical_sopmd_min_time_to_high, oc_optical_sopmd_max_time_to_high;
+zmf_node_shape oc_optical_pdl_min_to_high, oc_optical_pdl_avg_to_high, oc_optical_pdl_max_to_high,
+    oc_optical_pdl_min_time_to_high, oc_optical_pdl_max_time_to_high;
+zmf_node_shape oc_optical_inpower_min_to_high, oc_optical_inpower_avg_to_high, oc_optical_inpower_max_to_high,
+    oc_optical_inpower_min_time_to_high, oc_optical_inpower_max_time_to_high;
+zmf_node_shape oc_optical_esnr_min_to_high, oc_optical_esnr_avg_to_high, oc_optical_esnr_max_to_high,
+    oc_optical_esnr_min_time_to_high, oc_optical_esnr_max_time_to_high;
+zmf_node_shape oc_optical_otu_interval_to_high, oc_optical_optics_interval_to_high, oc_optical_esnr_interval_to_high;
+zmf_node_shape oc_optical_pm_history_fec_ec_bits_to_otn_fec_corr_bits,
+    oc_optical_pm_history_fec_uc_words_to_otn_fec_uc_words;
+zmf_node_shape oc_optical_pm_history_pre_fec_min_to_high, oc_optical_pm_history_pre_fec_avg_to_high,
+    oc_optical_pm_history_pre_fec_max_to_high, oc_optical_pm_history_pre_fec_min_time_to_high,
+    oc_optical_pm_history_pre_fec_max_time_to_high;
+zmf_node_shape oc_optical_pm_history_post_fec_min_to_high, oc_optical_pm_history_post_fec_avg_to_high,
+    oc_optical_pm_history_post_fec_max_to_high, oc_optical_pm_history_post_fec_min_time_to_high,
+    oc_optical_pm_history_post_fec_max_time_to_high;
+zmf_node_shape oc_optical_pm_history_q_value_min_to_high, oc_optical_pm_history_q_value_avg_to_high,
+    oc_optical_pm_history_q_value_max_to_high, oc_optical_pm_history_q_value_min_time_to_high,
+    oc_optical_pm_history_q_value_max_time_to_high;
+zmf_node_shape pm_history_otu_es_ne_to_otn_es, oc_optical_pm_history_otn_ses_ne_to_otn_ses,
+    oc_optical_pm_history_otn_uas_ne_to_otn_uas, oc_optical_pm_history_otn_bbe_ne_to_otn_bbe;
+zmf_node_shape oc_optical_pm_history_in_pcs_bip_errors_to_high, oc_optical_pm_history_in_pcs_es_to_high,
+    oc_optical_pm_history_in_pcs_ses_to_high, oc_optical_pm_history_in_pcs_us_to_high;
+zmf_node_shape oc_optical_pm_history_cd_min_to_high, oc_optical_pm_history_cd_avg_to_high,
+    oc_optical_pm_history_cd_max_to_high, oc_optical_pm_history_cd_min_time_to_high,
+    oc_optical_pm_history_cd_max_time_to_high;
+zmf_node_shape oc_optical_pm_history_sopmd_min_to_high, oc_optical_pm_history_sopmd_avg_to_high,
+    oc_optical_pm_history_sopmd_max_to_high, oc_optical_pm_history_sopmd_min_time_to_high,
+    oc_optical_pm_history_sopmd_max_time_to_high;
+zmf_node_shape oc_optical_pm_history_pdl_min_to_high, oc_optical_pm_history_pdl_avg_to_high,
+    oc_optical_pm_history_pdl_max_to_high, oc_optical_pm_history_pdl_min_time_to_high,
+    oc_optical_pm_history_pdl_max_time_to_high;
+zmf_node_shape oc_optical_inpower_min_his_to_high, oc_optical_inpower_avg_his_to_high,
+    oc_optical_inpower_max_his_to_high, oc_optical_inpower_min_time_his_to_high,
+    oc_optical_inpower_max_time_his_to_high;
+zmf_node_shape oc_optical_pm_history_esnr_min_to_high, oc_optical_pm_history_esnr_avg_to_high,
+    oc_optical_pm_history_esnr_max_to_high, oc_optical_pm_history_esnr_min_time_to_high,
+    oc_optical_pm_history_esnr_max_time_to_high;
+zmf_node_shape oc_optical_pm_history_interval_to_high, oc_optical_optics_pm_history_interval_to_high,
+    oc_optical_pm_history_esnr_interval_to_high;
+zmf_value_shape oc_optical_interval_to_high;
+
+// For outside callers: one interval each, where the rows add those of a bin together.
+zmf_node_shape oc_optical_pre_fec_interval_to_high, oc_optical_post_fec_interval_to_high,
+    oc_optical_q_value_interval_to_high;
+}
