@@ -69,7 +69,7 @@ measured get_config(const std::string &device, const std::string &request_text, 
     const ocmap::client_filter asked(request.tree);
     zmf::session session(OP_GET_CONFIG);
     zmf::output_tree reply;
-    road.read_config(session, request, asked.bytes(), reply);
+    road.read(session, request, asked.bytes(), reply);
     ocmap::print_reply_json(reply, ocmap::narrowed(reply, asked, ocmap::warn_of_missing), out);
     out.finish();
     const double end = bench::now();

@@ -248,7 +248,9 @@ zmf::fixed_tree store::answer(const zmf::output_tree &native_request, bool with_
     selector(with_operational).select_below(native_request.top(), nullptr, asked);
     asked.settle();
     zmf::tree_builder answered;
-    answerer(answered).answer(held_.config, nullptr, {&asked});
+    answerer to(answered);
+    for (const record *held : {&held_.config, &held_.operational})
+        to.answer(*held, nullptr, {&asked});
     return answered.finish();
 }
 

@@ -12,7 +12,7 @@
 #include <unordered_map>
 #include <unordered_set>
 
-#include "device/config_json.h"
+#include "device/native_json.h"
 #include "device/json_text.h"
 #include "device/lab.h"
 #include "device/text.h"
@@ -72,6 +72,8 @@ public:
             place_ = place::channels;
         else if (place_ == place::top && member_->what == shape::config)
             config_.open_object(at);
+        else if (place_ == place::top && member_->what == shape::operational)
+            operational_.open_object(at);
         else if (place_ == place::top && member_->what == shape::state_items)
             state_.open_object(at);
         else
@@ -128,7 +130,7 @@ public:
 
 private:
     enum class place { outside, top, channels, interfaces };
-    enum class shape { number, flag, names_by_channel, names, config, state_items };
+    enum class shape { number, flag, names_by_channel, names, config, operational, state_items };
 
     struct member_row {
         const char *name;
@@ -145,14 +147,16 @@ private:
         {"interface-registry", shape::flag, nullptr, &description::interface_registry},
         {"interfaces", shape::names, nullptr, nullptr},
         {"config", shape::config, nullptr, nullptr},
+        {"operational", shape::operational, nullptr, nullptr},
         {"state-store-installed", shape::flag, nullptr, &description::state_store_installed},
         {"state-store", shape::state_items, nullptr, nullptr},
     };
 
     // Takes what stands inside a member of its own form; null outside of these.
     json_text::visitor *open_part() {
-        if (config_.is_open())
-            return &config_;
+        for (native_reader *native : {&config_, &operational_})
+            if (native->is_open())
+                return native;
         return state_.is_open() ? &state_ : nullptr;
     }
 
@@ -174,6 +178,7 @@ private:
         case shape::names:
             return "an array of names";
         case shape::config:
+        case shape::operational:
             return "an object of native containers";
         case shape::state_items:
             break;
@@ -230,7 +235,8 @@ private:
     std::string channel_;
     std::unordered_map<std::string, uint32_t> channel_of_;
     std::unordered_set<std::string> interfaces_;
-    config_reader config_{result.config};
+    native_reader config_{result.config, native_kind::configuration};
+    native_reader operational_{result.operational, native_kind::operational};
     state_reader state_;
 };
 

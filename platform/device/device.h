@@ -21,6 +21,7 @@ struct description {
     bool interface_registry = true;           // it answers
     std::vector<std::string> interfaces;      // that the registry knows; their handles count from 1
     record config;                            // native configuration
+    record operational;                       // native data that it reports
     bool state_store_installed = false;       // the library of the state store is there
     state_items state_store;                  // what it holds
     bool operator==(const description &) const = default;

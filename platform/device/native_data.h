@@ -1,4 +1,4 @@
-// Native configuration as data: what a device holds, by the tables of platform/schema.
+// Native data, configuration or operational: what a device holds, by the tables of platform/schema.
 //
 // Containers are not kept: one is there if something stands in it. A record holds what stands between two levels of
 // lists: the leaves of a list entry with those of the containers below it, and the lists in them. Lists are ordered by

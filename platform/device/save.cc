@@ -10,7 +10,7 @@
 #include <unistd.h>
 #include <utility>
 
-#include "device/config_json.h"
+#include "device/native_json.h"
 
 namespace device {
 namespace {
@@ -148,7 +148,9 @@ std::string to_json(const description &d) {
     }
     json.append(d.interfaces.empty() ? "[]" : "\n  ]");
     append_member(json, "config");
-    append_config(json, d.config, 1);
+    append_native(json, d.config, 1);
+    append_member(json, "operational");
+    append_native(json, d.operational, 1);
     append_member(json, "state-store-installed");
     json.append(written(d.state_store_installed));
     append_member(json, "state-store");

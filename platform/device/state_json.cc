@@ -1,7 +1,7 @@
 // Reading and writing of the state store.
 #include "device/state_json.h"
 
-#include "device/config_json.h"
+#include "device/native_json.h"
 
 namespace device {
 namespace {

@@ -1,5 +1,5 @@
-// What a simulated device holds: its description, and answers and edits of the native configuration in it. Requests and
-// edits come as the native trees that a walk down made; answers are native trees to be walked up.
+// What a simulated device holds: its description, answers from the native data in it, and edits of the configuration.
+// Requests and edits come as the native trees that a walk down made; answers are native trees to be walked up.
 #pragma once
 
 #include <optional>

@@ -76,8 +76,14 @@ constexpr row rows[] = {
 #define MODULE "Corvane-controller-otu-oper"
 #include "corvane_controller_otu_oper.def"
 #undef MODULE
+#define MODULE "Corvane-controller-odu-oper"
+#include "corvane_controller_odu_oper.def"
+#undef MODULE
 #define MODULE "Corvane-drivers-media-eth-oper"
 #include "corvane_drivers_media_eth_oper.def"
+#undef MODULE
+#define MODULE "Corvane-terminal-device-oper"
+#include "corvane_terminal_device_oper.def"
 #undef MODULE
 #define MODULE "Corvane-pmengine-oper"
 #include "corvane_pmengine_oper.def"

@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-#include "device/config_json.h"
+#include "device/native_json.h"
 #include "device_road.h"
 #include "host.h"
 #include "zmf/session.h"
@@ -146,7 +146,7 @@ TEST(optical_channel, of_a_legacy_platform_is_kept_in_a_file) {
     ASSERT_TRUE(device.edit(components(provisioned)).is_done());
     EXPECT_EQ(device.seen(all), seen(seen_config));
     std::string kept;
-    device::append_config(kept, device.held().config, 0);
+    device::append_native(kept, device.held().config, 0);
     EXPECT_NE(kept.find(R"("Corvane-controller-optics-cfg:optics": {)"), std::string::npos) << kept;
     EXPECT_EQ(device::parse("{\"config\": " + kept + "}", "kept").config, device.held().config);
 }

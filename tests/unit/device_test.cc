@@ -115,6 +115,27 @@ TEST(device, refuses_configuration_that_no_device_can_hold) {
     }
 }
 
+TEST(device, keeps_what_it_reports_apart_from_what_it_is_configured_to) {
+    const std::string otu = R"({"Corvane-controller-otu-oper:otu": {"controllers": {"controller": [
+                               {"controller-name": "OTU40/0/0/14", "info": {"qfactor": 9.40}}]}}})";
+    const device::description said = device::parse(R"({"operational": )" + otu + "}", "a.json");
+    EXPECT_TRUE(said.config == device::record());
+    ASSERT_EQ(said.operational.lists.size(), 1u);
+    const device::record &controller = said.operational.lists[0].entries.at(std::string("OTU40/0/0/14\0", 13));
+    ASSERT_EQ(controller.leaves.size(), 1u);
+    EXPECT_EQ(controller.leaves[0].value, "9.40");
+
+    const bad_row rows[] = {
+        {R"({"operational": []})", "1:17: \"operational\" takes an object of native containers"},
+        {R"({"operational": {)" TOP R"(: {}}})",
+         "1:18: module \"Corvane-terminal-device-cfg\" holds no operational data"},
+        {R"({"operational": {"Corvane-controller-otu-oper:odu": {}}})", "1:18: unknown container"},
+        {R"({"operational": {}, "operational": {}})", "1:21: member \"operational\" stands twice"},
+    };
+    for (const bad_row &row : rows)
+        EXPECT_TRUE(refusal_of(row.json).starts_with(row.place_and_words)) << row.json << "\n  " << refusal_of(row.json);
+}
+
 TEST(device, takes_configuration_in_any_order_and_form) {
     const auto config_of = [](const std::string &json) { return device::parse(json, "a.json").config; };
     EXPECT_TRUE(config_of("{\"config\": {" TOP R"(: {"channel": [

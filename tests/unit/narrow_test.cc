@@ -173,6 +173,37 @@ TEST_F(replies, are_whole_where_nothing_is_chosen) {
     EXPECT_STREQ(missing_[0].tag(), "description");
 }
 
+TEST_F(replies, tell_no_empty_text_but_of_a_string) {
+    const struct {
+        const char *leaf, *value, *shown; // below an entry that has a description
+    } rows[] = {
+        {"/config/description", "", "config(description=)"},
+        {"/ingress/config/transceiver", "", "ingress(config(transceiver=))"},
+        {"/state/admin-state", "__ignore__", "state(admin-state=__ignore__)"},
+        {"/state/admin-state", "", ""},
+        {"/state/index", "", ""},
+        {"/state/rate-class", "", ""},
+        {"/config/test-signal", "", ""},
+        {"/otn/state/q-value/instant", "", ""},
+        {"/ethernet/state/in-crc-errors", "", ""},
+    };
+    int index = 0;
+    std::string expected;
+    std::vector<std::string> never_told;
+    for (const auto &row : rows) {
+        const std::string key = std::to_string(++index);
+        add(channel(key.c_str()) + row.leaf, row.value);
+        expected += "channel(index=" + key + (*row.shown ? " " : "") + row.shown + ") ";
+        if (*row.shown == '\0')
+            never_told.emplace_back(row.leaf);
+    }
+    expected.pop_back();
+    EXPECT_EQ(shown(whole(tree_, note_missing_)), of_device(expected));
+    ASSERT_EQ(missing_.size(), never_told.size());
+    for (size_t i = 0; i < missing_.size(); ++i)
+        EXPECT_TRUE(never_told[i].ends_with(missing_[i].tag())) << never_told[i];
+}
+
 // The walk adds keys to a request; they choose nothing, since the filter is older.
 TEST_F(replies, do_not_see_keys_that_a_walk_adds) {
     fill();

@@ -19,7 +19,7 @@
 
 #include <gtest/gtest.h>
 
-#include "device/config_json.h"
+#include "device/native_json.h"
 #include "device/store.h"
 #include "namespaces.h"
 #include "zmf/session.h"
@@ -45,7 +45,7 @@ device::description with_channels(const std::string &entries) {
 
 std::string shown(const device::record &config) {
     std::string json;
-    device::append_config(json, config, 0);
+    device::append_native(json, config, 0);
     return json;
 }
 
@@ -402,6 +402,51 @@ TEST(store, answers_what_is_selected) {
         for (const bool with_operational : {false, true}) {
             const zmf::fixed_tree answer = store.answer(request.tree(), with_operational);
             EXPECT_EQ(text_of(answer.tops(), answer.count()), row.answer) << row.request;
+        }
+    }
+}
+
+// What a device reports is asked only if that is wanted, and then by the rules of configuration.
+TEST(store, answers_operational_data_where_it_is_asked_for) {
+    const device::store store(device::parse(
+        json_of("{'config': {'Corvane-terminal-device-cfg:logical-channels': {'channel': [{'channel-index': 3}]}},"
+                "'operational': {'Corvane-controller-optics-oper:optics-oper': {'optics-ports': {'optics-port': ["
+                "{'name': 'O2', 'optics-info': {'cd': '5'}},"
+                "{'name': 'O1', 'optics-info': {'snr': '', 'cd': '-7'},"
+                " 'optics-lanes': {'optics-lane': [{'number': 2, 'transmit-power': '-120'},"
+                "                                  {'number': 1, 'receive-signal-power': '-350'}]}}]}},"
+                "'Corvane-terminal-device-oper:optical-interface': {'operational-modes': {'operational-mode': ["
+                "{'mode-id': 10}, {'mode-id': 9, 'operational-mode-attributes': {'vendor-id': 'V'}}]}}}}"),
+        "a.json"));
+    const std::string channels = "logical-channels{channel{channel-index=3}}";
+    const std::string lanes1 = "optics-lanes{optics-lane{number=1} optics-lane{number=2 transmit-power=-120}}";
+    const auto ports = [](const std::string &entries) { return "optics-oper{optics-ports{" + entries + "}}"; };
+    const auto modes = [](const std::string &entries) {
+        return "optical-interface{operational-modes{" + entries + "}}";
+    };
+#define PORT "/optics-oper/optics-ports/optics-port"
+#define MODE "/optical-interface/operational-modes/operational-mode"
+    const struct {
+        const char *request;
+        std::string configuration, operational;
+    } rows[] = {
+        {"*C C/channel-index *" PORT " " PORT "/name=O2", channels,
+         ports("optics-port{name=O2 optics-info{cd=5}}")},
+        {PORT "/optics-info/cd *" MODE " " MODE "/mode-id=9", "",
+         ports("optics-port{name=O1 optics-info{cd=-7}} optics-port{name=O2 optics-info{cd=5}}") + " " +
+             modes("operational-mode{mode-id=9 operational-mode-attributes{vendor-id=V}}")},
+        {"*" PORT " " PORT "/name=O1 " PORT "/optics-lanes/optics-lane/transmit-power=-1 " PORT "/optics-info/snr", "",
+         ports("optics-port{name=O1 optics-info{snr=} " + lanes1 + "}")},
+        {MODE "/mode-id", "",
+         modes("operational-mode{mode-id=9 operational-mode-attributes{vendor-id=V}} operational-mode{mode-id=10}")},
+        {"*" PORT, "", ""},
+    };
+    for (const auto &row : rows) {
+        const tree_of_adds request(row.request);
+        for (const bool with_operational : {false, true}) {
+            const zmf::fixed_tree answer = store.answer(request.tree(), with_operational);
+            EXPECT_EQ(text_of(answer.tops(), answer.count()), with_operational ? row.operational : row.configuration)
+                << row.request;
         }
     }
 }

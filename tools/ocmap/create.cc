@@ -69,7 +69,7 @@ bool has_creates(const request_file &request) {
 void read_tops(road &road, const request_file &request, output_tree &reply) {
     const request_file tops = tops_of(request);
     zmf::session session(OP_GET_CONFIG);
-    road.read_config(session, tops, 0, reply);
+    road.read(session, tops, 0, reply);
 }
 
 output_node same_value(output_node above, const zmf_datatree &wanted, const schema::node &row) {

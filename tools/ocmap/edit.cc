@@ -56,7 +56,7 @@ void save(const device::store &device, const std::string &file) {
 void print_held(road &road, const request_file &request, format form) {
     zmf::session session(OP_GET_CONFIG);
     zmf::output_tree reply;
-    road.read_config(session, request, 0, reply);
+    road.read(session, request, 0, reply);
     road.print_reply(reply, whole(reply, warn_of_missing), form);
 }
 

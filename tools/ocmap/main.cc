@@ -10,7 +10,7 @@
 
 #include "down.h"
 #include "edit.h"
-#include "get_config.h"
+#include "get.h"
 #include "output.h"
 #include "report.h"
 #include "up.h"
@@ -46,7 +46,7 @@ int run(int count, char **words) {
     app.set_version_flag("--version", "ocmap " OCMAP_VERSION);
     app.require_subcommand(1);
     std::function<int()> chosen;
-    ocmap::add_get_config(app, chosen);
+    ocmap::add_gets(app, chosen);
     ocmap::add_edit(app, chosen);
     ocmap::add_down(app, chosen);
     ocmap::add_up(app, chosen);

@@ -489,8 +489,16 @@ public:
     }
 
 private:
+    // A conversion that knows no value leaves none, or an empty text.
+    static bool has_value(output_node leaf) {
+        if (leaf.value() == nullptr || *leaf.value() != '\0')
+            return leaf.value() != nullptr;
+        const schema::node *row = leaf.schema_node();
+        return row == nullptr || row->value == schema::type::string || row->value == schema::type::name;
+    }
+
     bool mark_leaf(output_node leaf) {
-        const bool is_told = leaf.value() != nullptr;
+        const bool is_told = has_value(leaf);
         if (is_told)
             told_.add(leaf);
         else

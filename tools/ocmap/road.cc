@@ -33,9 +33,12 @@ void limit_memory(const request_file &request, size_t filter_bytes, bool is_read
     tree.limit(left - keys);
 }
 
+uint32_t op_type_of(zmf::session &session) {
+    return session.request().request->op_type;
+}
+
 bool is_read(zmf::session &session) {
-    const uint32_t op_type = session.request().request->op_type;
-    return op_type == OP_GET || op_type == OP_GET_CONFIG;
+    return op_type_of(session) == OP_GET || op_type_of(session) == OP_GET_CONFIG;
 }
 
 void print_line(std::string_view line) {
@@ -105,6 +108,8 @@ void road::down(zmf::session &session, const request_file &request, size_t filte
     zmf::failure failure = session.describe(status);
     if (status == zmf::rc_too_big)
         failure.message = "the native tree outgrows the memory that a request of this size is given";
+    if (status == RC_INVALID_ARGUMENTS && is_read(session))
+        failure.message = "no channel, or one of a kind that does not have this";
     throw walk_failure{std::move(failure)};
 }
 
@@ -116,15 +121,15 @@ void road::up(zmf::session &session, const zmf::fixed_tree &native, bool with_op
     throw walk_failure{session.describe(status)};
 }
 
-void road::read_config(zmf::session &session, const request_file &request, size_t filter_bytes,
-                       zmf::output_tree &reply) {
+void road::read(zmf::session &session, const request_file &request, size_t filter_bytes, zmf::output_tree &reply) {
+    const bool with_operational = op_type_of(session) == OP_GET;
     zmf::fixed_tree answer;
     {
         zmf::output_tree native;
         down(session, request, filter_bytes, native);
-        answer = device.answer(native, false);
+        answer = device.answer(native, with_operational);
     }
-    up(session, answer, false, reply);
+    up(session, answer, with_operational, reply);
 }
 
 format road::form_for(format of_request) const {

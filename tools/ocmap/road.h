@@ -40,8 +40,8 @@ public:
     void down(zmf::session &session, const request_file &request, size_t filter_bytes, zmf::output_tree &native);
     void up(zmf::session &session, const zmf::fixed_tree &native, bool with_operational, zmf::output_tree &reply);
 
-    // Down, answer, up: the configuration that a request asks for, and more.
-    void read_config(zmf::session &session, const request_file &request, size_t filter_bytes, zmf::output_tree &reply);
+    // Down, answer, up: what a request asks for, and more; configuration alone where the session is of OP_GET_CONFIG.
+    void read(zmf::session &session, const request_file &request, size_t filter_bytes, zmf::output_tree &reply);
 
     // Calls and log lines of the session, as the options want them.
     void watch(zmf::session &session);

@@ -1,4 +1,5 @@
-// Native configuration in a device description: an object of top containers with their module, as in
+// Native data in a device description, what the device is configured to or what it reports: an object of top containers
+// with their module, as in
 // {"Corvane-terminal-device-cfg:logical-channels": {"channel": [{"channel-index": 100, "admin-state": "enable"}]}}.
 // Below it members stand without module; lists are arrays of objects that hold all keys, leaf-lists arrays of values.
 #pragma once
@@ -13,10 +14,12 @@
 
 namespace device {
 
+enum class native_kind : uint8_t { configuration, operational };
+
 // Is told what stands from the opening of the object to its end, both included.
-class config_reader : public json_text::visitor {
+class native_reader : public json_text::visitor {
 public:
-    explicit config_reader(record &into) : into_(&into) {}
+    native_reader(record &into, native_kind takes) : into_(&into), takes_(takes) {}
     bool is_open() const noexcept { return !open_.empty(); }
 
     void open_object(size_t at) override;
@@ -41,12 +44,13 @@ private:
     void set_key(std::string value, size_t at);
 
     record *into_;
+    native_kind takes_;
     const schema::native_node *named_ = nullptr; // by the last member
     std::vector<frame> open_;
 };
 
-// Both append: a text as a JSON string, and a configuration as an object that begins in a line indented this much.
+// Both append: a text as a JSON string, and native data as an object that begins in a line indented this much.
 void append_text(std::string &json, std::string_view text);
-void append_config(std::string &json, const record &config, size_t indent);
+void append_native(std::string &json, const record &data, size_t indent);
 
 } // namespace device

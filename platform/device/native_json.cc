@@ -1,5 +1,5 @@
-// Reading and writing of native configuration.
-#include "device/config_json.h"
+// Reading and writing of native data.
+#include "device/native_json.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -17,7 +17,7 @@ std::string quoted(std::string_view written) {
     return '"' + text::shortened(written) + '"';
 }
 
-const native_node *top_at(std::string_view name, size_t at) {
+const native_node *top_at(std::string_view name, native_kind takes, size_t at) {
     const size_t colon = name.find(':');
     if (colon == std::string_view::npos)
         throw json_text::refusal{at, quoted(name) + " is named without its module"};
@@ -26,8 +26,9 @@ const native_node *top_at(std::string_view name, size_t at) {
     const auto of_module = std::ranges::find(nodes, module, &native_node::module);
     if (of_module == nodes.end())
         throw json_text::refusal{at, "unknown module " + quoted(module)};
-    if (!of_module->is_config)
-        throw json_text::refusal{at, "module " + quoted(module) + " holds no configuration"};
+    if (of_module->is_config != (takes == native_kind::configuration))
+        throw json_text::refusal{at, "module " + quoted(module) + " holds no " +
+                                         (of_module->is_config ? "operational data" : "configuration")};
     const native_node *top = schema::native_child(nullptr, name.substr(colon + 1));
     if (top == nullptr || top->module != module)
         throw json_text::refusal{at, "unknown container " + quoted(name)};
@@ -54,14 +55,14 @@ const native_node *child_named(const native_node *parent, std::string_view name)
 
 } // namespace
 
-record &config_reader::target() noexcept {
+record &native_reader::target() noexcept {
     const auto entry = std::find_if(open_.rbegin(), open_.rend(), [](const frame &each) {
         return each.node != nullptr && each.node->what == schema::kind::list && !each.is_array;
     });
     return entry == open_.rend() ? *into_ : entry->entry;
 }
 
-void config_reader::open_object(size_t at) {
+void native_reader::open_object(size_t at) {
     if (open_.empty()) {
         open_.push_back({nullptr, false, at, {}, {}});
         return;
@@ -74,20 +75,20 @@ void config_reader::open_object(size_t at) {
         open_.back().keys.resize(schema::native_keys(&node).size());
 }
 
-void config_reader::member(std::string_view name, size_t at) {
-    named_ = inner() == nullptr ? top_at(name, at) : child_named(inner(), name);
+void native_reader::member(std::string_view name, size_t at) {
+    named_ = inner() == nullptr ? top_at(name, takes_, at) : child_named(inner(), name);
     if (named_ == nullptr)
         throw json_text::refusal{at, "unknown member " + quoted(name) + " in " + quoted(inner()->tag)};
 }
 
-void config_reader::close_object(size_t) {
+void native_reader::close_object(size_t) {
     frame closed = std::move(open_.back());
     open_.pop_back();
     if (closed.node != nullptr && closed.node->what == schema::kind::list)
         take_entry(closed);
 }
 
-void config_reader::open_array(size_t at) {
+void native_reader::open_array(size_t at) {
     if (open_.back().is_array)
         refuse_shape(*inner(), at);
     if (named_->what != schema::kind::list && named_->what != schema::kind::leaf_list)
@@ -95,11 +96,11 @@ void config_reader::open_array(size_t at) {
     open_.push_back({named_, true, at, {}, {}});
 }
 
-void config_reader::close_array(size_t) {
+void native_reader::close_array(size_t) {
     open_.pop_back();
 }
 
-void config_reader::value(json_text::scalar what, std::string_view written, size_t at) {
+void native_reader::value(json_text::scalar what, std::string_view written, size_t at) {
     const native_node &node = open_.back().is_array ? *inner() : *named_;
     const bool is_value_of_list = open_.back().is_array && node.what == schema::kind::leaf_list;
     if (what == json_text::scalar::null || !(is_value_of_list || node.what == schema::kind::leaf))
@@ -115,13 +116,13 @@ void config_reader::value(json_text::scalar what, std::string_view written, size
         throw json_text::refusal{at, "value " + quoted(kept) + " stands twice in " + quoted(node.tag)};
 }
 
-void config_reader::set_key(std::string value, size_t at) {
+void native_reader::set_key(std::string value, size_t at) {
     if (value.empty())
         throw json_text::refusal{at, "key " + quoted(named_->tag) + " is empty"};
     open_.back().keys[static_cast<size_t>(named_ - schema::native_keys(inner()).data())] = std::move(value);
 }
 
-void config_reader::take_entry(frame &entry) {
+void native_reader::take_entry(frame &entry) {
     entry_key key;
     std::string named;
     for (size_t i = 0; i < entry.keys.size(); ++i) {
@@ -156,9 +157,9 @@ void append_text(std::string &json, std::string_view text) {
 
 namespace {
 
-class config_writer {
+class native_writer {
 public:
-    config_writer(std::string &json, size_t indent) : json_(json), indent_(indent) {}
+    native_writer(std::string &json, size_t indent) : json_(json), indent_(indent) {}
 
     void object(const record &from, const native_node *base, std::string_view key) {
         open('{');
@@ -256,8 +257,8 @@ private:
 
 } // namespace
 
-void append_config(std::string &json, const record &config, size_t indent) {
-    config_writer(json, indent).object(config, nullptr, {});
+void append_native(std::string &json, const record &data, size_t indent) {
+    native_writer(json, indent).object(data, nullptr, {});
 }
 
 } // namespace device
