@@ -12,9 +12,9 @@
 #include <unordered_map>
 #include <unordered_set>
 
-#include "device/native_json.h"
 #include "device/json_text.h"
 #include "device/lab.h"
+#include "device/native_json.h"
 #include "device/text.h"
 #include "hardware/hardware.h"
 #include "pouch/fields.h"

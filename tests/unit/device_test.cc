@@ -133,7 +133,8 @@ TEST(device, keeps_what_it_reports_apart_from_what_it_is_configured_to) {
         {R"({"operational": {}, "operational": {}})", "1:21: member \"operational\" stands twice"},
     };
     for (const bad_row &row : rows)
-        EXPECT_TRUE(refusal_of(row.json).starts_with(row.place_and_words)) << row.json << "\n  " << refusal_of(row.json);
+        EXPECT_TRUE(refusal_of(row.json).starts_with(row.place_and_words))
+            << row.json << "\n  " << refusal_of(row.json);
 }
 
 TEST(device, takes_configuration_in_any_order_and_form) {

@@ -307,16 +307,25 @@ TEST(store, refuses_an_edit_as_a_whole) {
     EXPECT_EQ(outcome_of(empty, "*C!delete"), "data-missing channel /logical-channels/channel");
 }
 
-std::string text_of(const zmf_datatree *nodes, uint32_t count) {
+std::string text_below(const zmf_datatree *nodes, uint32_t count, const char *ns) {
     std::string text;
     for (const zmf_datatree *each = nodes; each != nodes + count; ++each) {
         text += (text.empty() ? "" : " ") + std::string(each->tag);
-        EXPECT_STREQ(each->ns, native_ns);
+        EXPECT_STREQ(each->ns, ns);
         EXPECT_EQ(each->op_explicit, 0u);
         if (each->has_value)
             text += "=" + std::string(each->value);
         if (each->has_children)
-            text += "{" + text_of(each->children, each->child_count) + "}";
+            text += "{" + text_below(each->children, each->child_count, ns) + "}";
+    }
+    return text;
+}
+
+std::string text_of(const zmf_datatree *tops, uint32_t count) {
+    std::string text;
+    for (const zmf_datatree *each = tops; each != tops + count; ++each) {
+        const schema::native_node *top = schema::native_child(nullptr, each->tag);
+        text += (text.empty() ? "" : " ") + text_below(each, 1, schema::ns_of_module(top->module));
     }
     return text;
 }
@@ -431,7 +440,7 @@ TEST(store, answers_operational_data_where_it_is_asked_for) {
         std::string configuration, operational;
     } rows[] = {
         {"*C C/channel-index *" PORT " " PORT "/name=O2", channels,
-         ports("optics-port{name=O2 optics-info{cd=5}}")},
+         channels + " " + ports("optics-port{name=O2 optics-info{cd=5}}")},
         {PORT "/optics-info/cd *" MODE " " MODE "/mode-id=9", "",
          ports("optics-port{name=O1 optics-info{cd=-7}} optics-port{name=O2 optics-info{cd=5}}") + " " +
              modes("operational-mode{mode-id=9 operational-mode-attributes{vendor-id=V}}")},

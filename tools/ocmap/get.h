@@ -1,5 +1,5 @@
-// `ocmap get` and `ocmap get-config`: what a device reports and is configured to, or the latter alone, as far as a request
-// asks for it.
+// `ocmap get` and `ocmap get-config`: what a device reports and is configured to, or the latter alone, as far as a
+// request asks for it.
 #pragma once
 
 #include <functional>

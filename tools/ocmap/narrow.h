@@ -1,11 +1,11 @@
 // What of a reply a client sees. The walks bring up more than was asked for, and nodes that no reply may hold.
 //
-// Never told are leaves without value, or with an empty text for what is no string (each is reported to `missing`, if it
-// was asked for), entries without their keys, and containers with nothing in them. The request chooses among the rest as
-// RFC 6241 tells in section 6, keys being content matches like others: what is named without content is selected with
-// all below it; a leaf with content is a test of its siblings, which all have to hold; where nothing but tests is named,
-// all siblings are selected. Nodes named more than once, list entries too, are a union. An entry of which anything is
-// told comes with its keys.
+// Never told are leaves without value, or with an empty text for what is no string (each is reported to `missing`, if
+// it was asked for), entries without their keys, and containers with nothing in them. The request chooses among the
+// rest as RFC 6241 tells in section 6, keys being content matches like others: what is named without content is
+// selected with all below it; a leaf with content is a test of its siblings, which all have to hold; where nothing but
+// tests is named, all siblings are selected. Nodes named more than once, list entries too, are a union. An entry of
+// which anything is told comes with its keys.
 #pragma once
 
 #include <cstddef>
