@@ -102,6 +102,13 @@ rcode oc_optical_is_lineport_grey(zmf_map_ctx ctx, const char *name);
 void check_and_unbind(zmf_map_ctx ctx, void **binding); /* gives a state store binding back; null: nothing */
 extern int32_t statedb_available;                       /* the store's library was found once */
 
+/* Maintenance of a controller, from its record in the state store: the word keeps its value where the record does not
+ * tell. Result: 0, or the failure of state store or codec. */
+rcode get_otu_maint_mode(zmf_map_ctx ctx, const char *controller, uint32_t *mode);
+rcode get_odu_maint_mode(zmf_map_ctx ctx, const char *controller, uint32_t *mode);
+rcode get_maint_mode(zmf_map_ctx ctx, const char *controller, uint32_t *mode); /* an Ethernet controller */
+zmf_node_shape oc_optical_ether_admin_state_to_high; /* for modules that load the plug-in: no row names it */
+
 /* Clears an optical channel from both of its native homes; `component_name` is set and a delete under way. */
 zmf_node_shape ymap_oc_optical_delete_component_optical_channel;
 /* The augment entry of the vendor's extension, for the optical channel's hook. */

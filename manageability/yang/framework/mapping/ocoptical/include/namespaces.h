@@ -13,6 +13,10 @@
 #define ZMF_NS_TERMINAL_DEVICE_CFG ZMF_NS_CORVANE("Corvane-terminal-device-cfg")
 #define ZMF_NS_OPTICS_CFG ZMF_NS_CORVANE("Corvane-controller-optics-cfg")
 #define ZMF_NS_OPTICS_OPER ZMF_NS_CORVANE("Corvane-controller-optics-oper")
+#define ZMF_NS_OTU_OPER ZMF_NS_CORVANE("Corvane-controller-otu-oper")
+#define ZMF_NS_ODU_OPER ZMF_NS_CORVANE("Corvane-controller-odu-oper")
+#define ZMF_NS_MEDIA_ETH_OPER ZMF_NS_CORVANE("Corvane-drivers-media-eth-oper")
+#define ZMF_NS_TERMINAL_DEVICE_OPER ZMF_NS_CORVANE("Corvane-terminal-device-oper")
 #define ZMF_NS_IFMGR_CFG ZMF_NS_CORVANE("Corvane-ifmgr-cfg")
 #define ZMF_NS_PMENGINE_OPER ZMF_NS_CORVANE("Corvane-pmengine-oper")
 

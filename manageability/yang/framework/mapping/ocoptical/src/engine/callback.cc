@@ -8,10 +8,6 @@ namespace ocoptical {
 
 namespace {
 
-bool are_given(const zmf_datatree *node, const zmf_datatree *tree) {
-    return node != nullptr && tree != nullptr;
-}
-
 rcode refuse_leaf(zmf_map_ctx ctx, const zmf_datatree *node) {
     zmf_oc_error_path(ctx);
     set_err_msg(ctx, node->tag);
@@ -46,59 +42,54 @@ rcode run(const mapping &m, zmf_map_ctx ctx, const zmf_datatree *node, zmf_datat
     return RC_OK;
 }
 
-// What every function has around its work.
-template <typename Work>
-rcode in_frame(frame &f, zmf_map_ctx ctx, bool arguments_given, Work work) {
-    log_statement(ctx, f.start(), TRC("Start"));
-    if (!arguments_given) {
-        return refuse_arguments(ctx, f.bad_arguments());
-    }
-    const rcode status = work();
-    log_statement(ctx, f.end(), TRC("End"));
-    return status;
-}
-
 } // namespace
 
 // A container without mapping tests its arguments on the high side; a list or leaf without mapping does not.
 rcode default_container(frame &f, side s, const mapping &m, zmf_map_ctx ctx, const zmf_datatree *node,
                         unsigned int count, zmf_datatree *tree) {
     const bool untested = s == side::low && m.how == form::nothing;
-    return in_frame(f, ctx, untested || are_given(node, tree), [&] {
-        return m.container != nullptr ? m.container(ctx, node, count, tree) : run(m, ctx, node, tree);
-    });
+    return in_frame(
+        f, ctx, [&] { return untested || are_given(node, tree); },
+        [&] { return m.container != nullptr ? m.container(ctx, node, count, tree) : run(m, ctx, node, tree); });
 }
 
 rcode default_node(frame &f, const mapping &m, zmf_map_ctx ctx, const zmf_datatree *node, zmf_datatree *tree) {
     const bool untested = m.how == form::nothing;
-    return in_frame(f, ctx, untested || are_given(node, tree), [&] { return run(m, ctx, node, tree); });
+    return in_frame(
+        f, ctx, [&] { return untested || are_given(node, tree); }, [&] { return run(m, ctx, node, tree); });
 }
 
 rcode default_hook_ox(frame &f, zmf_map_ctx ctx, const zmf_datatree *node, zmf_datatree *tree) {
-    return in_frame(f, ctx, are_given(node, tree), [&] {
-        if (!zmf_map_is_request_add(ctx, node)) {
-            return RC_OK;
-        }
-        set_err_msg(ctx, node->tag);
-        zmf_oc_error_path(ctx);
-        return RC_UNSUPPORTED_AUGMENT;
-    });
+    return in_frame(
+        f, ctx, [&] { return are_given(node, tree); },
+        [&] {
+            if (!zmf_map_is_request_add(ctx, node)) {
+                return RC_OK;
+            }
+            set_err_msg(ctx, node->tag);
+            zmf_oc_error_path(ctx);
+            return RC_UNSUPPORTED_AUGMENT;
+        });
 }
 
 rcode default_hook_xo(frame &f, zmf_map_ctx ctx, const zmf_datatree *node, zmf_datatree *tree) {
-    return in_frame(f, ctx, are_given(node, tree), [] { return RC_OK; });
+    return in_frame(
+        f, ctx, [&] { return are_given(node, tree); }, [] { return RC_OK; });
 }
 
 rcode framed(frame &f, body_fn body, zmf_map_ctx ctx, const zmf_datatree *node, zmf_datatree *tree) {
-    return in_frame(f, ctx, are_given(node, tree), [&] { return body(ctx, node, tree, f.function); });
+    return in_frame(
+        f, ctx, [&] { return are_given(node, tree); }, [&] { return body(ctx, node, tree, f.function); });
 }
 
 const char *framed_value(frame &f, value_body_fn body, zmf_map_ctx ctx, const zmf_datatree *node) {
     const char *text = nullptr;
-    (void)in_frame(f, ctx, true, [&] {
-        text = body(ctx, node, f.function);
-        return RC_OK;
-    });
+    (void)in_frame(
+        f, ctx, [] { return true; },
+        [&] {
+            text = body(ctx, node, f.function);
+            return RC_OK;
+        });
     return text;
 }
 

@@ -81,6 +81,22 @@ struct frame {
         __func__, __LINE__                                                                                             \
     }
 
+inline bool are_given(const zmf_datatree *node, const zmf_datatree *tree) {
+    return node != nullptr && tree != nullptr;
+}
+
+// What every function has around its work.
+template <typename Test, typename Work>
+rcode in_frame(frame &f, zmf_map_ctx ctx, Test arguments_given, Work work) {
+    log_statement(ctx, f.start(), TRC("Start"));
+    if (!arguments_given()) {
+        return refuse_arguments(ctx, f.bad_arguments());
+    }
+    const rcode status = work();
+    log_statement(ctx, f.end(), TRC("End"));
+    return status;
+}
+
 // Default bodies: of a container, and of a list or leaf.
 rcode default_container(frame &f, side s, const mapping &m, zmf_map_ctx ctx, const zmf_datatree *node,
                         unsigned int count, zmf_datatree *tree);

@@ -100,27 +100,20 @@ const char *plain_look_up(const char *caller, const enumeration &table, directio
     return text == nullptr && null == null_value::skipped ? nullptr : look_up(caller, table, to, text);
 }
 
-// Operational values are compared by the C library extensions, and each row that is tried leaves a line.
-struct traced_row {
-    const enumeration &table;
-    log_text tried;   // takes row, value, result, indicator
-    log_text matched; // takes low, high
-};
+} // namespace
 
-const char *traced_look_up(zmf_map_ctx ctx, const traced_row &look_up, const char *low, const trace_point &tried,
+const char *look_up_traced(zmf_map_ctx ctx, const traced_enumeration &by, const char *low, const trace_point &tried,
                            const trace_point &matched) {
-    for (int row = 0; low != nullptr && row < look_up.table.rows; ++row) {
-        const text_comparison compared = compare_texts(low, look_up.table.low[row]);
-        log_statement(ctx, tried, look_up.tried, row, low, compared.result, compared.indicator);
+    for (int row = 0; low != nullptr && row < by.table.rows; ++row) {
+        const text_comparison compared = compare_texts(low, by.table.low[row]);
+        log_statement(ctx, tried, by.tried, row, low, compared.result, compared.indicator);
         if (compared.match()) {
-            log_statement(ctx, matched, look_up.matched, low, look_up.table.high[row]);
-            return look_up.table.high[row];
+            log_statement(ctx, matched, by.matched, low, by.table.high[row]);
+            return by.table.high[row];
         }
     }
     return nullptr;
 }
-
-} // namespace
 
 } // namespace ocoptical
 
@@ -159,9 +152,9 @@ VALUE_CONVERSION(oc_optical_eth_client_als_low_to_high) {
 
 #define TRACED_LOOK_UP(function, table, tried, matched)                                                                \
     VALUE_CONVERSION(function) {                                                                                       \
-        static constexpr traced_row row = {table, TRC(tried), TRC(matched)};                                           \
+        static constexpr traced_enumeration row = {table, TRC(tried), TRC(matched)};                                   \
         static uint32_t words[] = {fresh_filter_word, fresh_filter_word};                                              \
-        return traced_look_up(ctx, row, value_of(node), {oc_self, __LINE__, &words[0]},                                \
+        return look_up_traced(ctx, row, value_of(node), {oc_self, __LINE__, &words[0]},                                \
                               {oc_self, __LINE__, &words[1]});                                                         \
     }
 

@@ -1,6 +1,7 @@
 // Enumeration texts that differ between the models, and the look-up between their columns.
 #pragma once
 
+#include "engine/trace.h"
 #include "zmf.h"
 
 namespace ocoptical {
@@ -31,5 +32,16 @@ enum class pick : uint8_t { first, last };
 // The text of the other column, or null where no row matches; a null text matches none. The text is static.
 const char *look_up(const char *caller, const enumeration &table, direction to, const char *text,
                     pick which = pick::first);
+
+// Operational values are compared by the C library extensions, and each row that is tried leaves a line.
+struct traced_enumeration {
+    const enumeration &table;
+    log_text tried;   // takes row, value, result, indicator
+    log_text matched; // takes low, high
+};
+
+// The high text of the first row that matches, or null; the statements bear `tried` and `matched`.
+const char *look_up_traced(zmf_map_ctx ctx, const traced_enumeration &by, const char *low, const trace_point &tried,
+                           const trace_point &matched);
 
 } // namespace ocoptical

@@ -1,8 +1,5 @@
-// Whether a line port is grey, by its record in the state store. The store's library may be missing on a host: it is
-// looked for until it is found once.
+// Whether a line port is grey, by its record in the state store.
 #include <cstdio>
-#include <cstdlib>
-#include <unistd.h>
 
 #include "engine/export.h"
 #include "engine/trace.h"
@@ -11,6 +8,7 @@
 #include "records/records.h"
 #include "statedb.h"
 #include "utility/safe_text.h"
+#include "utility/state_store.h"
 #include "utility/text.h"
 
 using namespace ocoptical;
@@ -19,31 +17,12 @@ OC_EXPORT int32_t statedb_available = 0;
 
 namespace {
 
-constexpr char library[] = "/pkg/lib/libstatedb.so";
 constexpr char subtree[] = "/oper/optics/if/";
 constexpr uint32_t bind_mode = 0;
 constexpr uint32_t item_type = 0;
 constexpr uint32_t grey = 1; // OpticsType
 
-rcode find_library() {
-    if (statedb_available == 0 && access(library, R_OK) == 0) {
-        statedb_available = 1;
-    }
-    return statedb_available != 0 ? RC_OK : RC_STATEDB_UNAVAILABLE;
-}
-
-// An item of the store as it is handed out.
-struct item {
-    void *data = nullptr;
-    size_t length = 0;
-
-    void release() {
-        free(data);
-        data = nullptr;
-    }
-};
-
-rcode read_item(zmf_map_ctx ctx, void *binding, const char *name, item *read, const char *oc_self) {
+rcode read_item(zmf_map_ctx ctx, void *binding, const char *name, state_store_item *read, const char *oc_self) {
     char state_store_name[text_size];
     clear(state_store_name, sizeof state_store_name);
     const rcode converted = oc_optical_convert_optics_interface_to_statedb_interface(name, state_store_name);
@@ -62,7 +41,8 @@ rcode read_item(zmf_map_ctx ctx, void *binding, const char *name, item *read, co
 }
 
 // 1, 0, or what the codec refused.
-rcode decode_type(zmf_map_ctx ctx, const char *name, const item &read, optics_edm_info *record, const char *oc_self) {
+rcode decode_type(zmf_map_ctx ctx, const char *name, const state_store_item &read, optics_edm_info *record,
+                  const char *oc_self) {
     const rcode status = pouch_decode(read.data, read.length, record, &optics_edm_info_pouch);
     if (status != RC_OK) {
         TRACE(ctx, ERR("pouch_decode failed for optics %s / error: %s"), name, rcode_strerror(status));
@@ -77,7 +57,7 @@ rcode decode_type(zmf_map_ctx ctx, const char *name, const item &read, optics_ed
 
 rcode look_up_grey(zmf_map_ctx ctx, const char *name, const char *oc_self) {
     void *binding = nullptr;
-    rcode status = find_library();
+    rcode status = find_state_store(&statedb_available);
     if (status == RC_OK) {
         status = _statedb_bind(&binding, subtree, bind_mode);
     }
@@ -86,7 +66,7 @@ rcode look_up_grey(zmf_map_ctx ctx, const char *name, const char *oc_self) {
               rcode_strerror(status));
         return status;
     }
-    item read;
+    state_store_item read;
     status = read_item(ctx, binding, name, &read, oc_self);
     if (status != RC_OK) {
         read.release();
@@ -119,7 +99,7 @@ OC_EXPORT void check_and_unbind(zmf_map_ctx ctx, void **binding) {
     assert(NULL != ctx);
     TRACE(ctx, TRC("Start"));
     if (binding != nullptr) {
-        rcode status = find_library();
+        rcode status = find_state_store(&statedb_available);
         if (status == RC_OK) {
             status = _statedb_unbind(*binding);
         }

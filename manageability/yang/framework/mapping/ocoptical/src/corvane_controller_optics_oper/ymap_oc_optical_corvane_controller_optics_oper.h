@@ -1,0 +1,42 @@
+// The model Corvane-controller-optics-oper: its table, and the declarations of its callbacks and hooks.
+#pragma once
+
+#include "engine/export.h"
+#include "exported.h"
+#include "namespaces.h"
+#include "utility/paths.h"
+#include "zmf.h"
+
+#define OC_MODEL ymap_xo_oc_optical_corvanecontrolleropticsoper
+#define OC_TABLE "corvane_controller_optics_oper/ymap_oc_optical_corvane_controller_optics_oper.def"
+
+#include "engine/readings/declarations.inc"
+
+// Conversions that the rows name.
+extern "C" {
+zmf_node_shape oc_optical_channel_state_ext_to_high;
+zmf_node_shape oc_optical_state_freq_to_high;
+zmf_node_shape oc_optical_cd_instant_to_high;
+zmf_node_shape oc_optical_sopmd_instant_to_high;
+zmf_node_shape oc_optical_pdl_instant_to_high;
+zmf_node_shape oc_optical_state_input_power_lower_threshold_to_high;
+zmf_node_shape oc_optical_state_input_power_upper_threshold_to_high;
+zmf_node_shape oc_optical_ext_state_baud_rate_to_high;
+zmf_node_shape oc_optical_optics_state_cd_min_to_high;
+zmf_node_shape oc_optical_optics_state_cd_max_to_high;
+zmf_node_shape oc_optical_state_cd_low_threshold_to_high;
+zmf_node_shape oc_optical_state_cd_high_threshold_to_high;
+zmf_node_shape oc_optical_esnr_instant_to_high;
+zmf_node_shape oc_optical_state_filter_rolloff_to_high;
+zmf_node_shape oc_optical_state_rx_voa_target_pwr_to_high;
+zmf_node_shape oc_optical_state_rx_voa_fixed_ratio_to_high;
+zmf_node_shape oc_optical_state_enh_colorless_mode_to_high;
+zmf_node_shape oc_optical_state_sop_tol_mode_to_high;
+zmf_node_shape oc_optical_state_nleq_comp_mode_to_high;
+zmf_node_shape oc_optical_state_cross_pol_gain_mode_to_high;
+zmf_node_shape oc_optical_state_cross_pol_weight_to_high;
+zmf_node_shape oc_optical_state_cpr_win_mode_to_high;
+zmf_node_shape oc_optical_state_cpr_ext_win_to_high;
+zmf_node_shape oc_optical_inpower_instant_to_high;
+zmf_node_shape oc_optical_state_op_power_to_high;
+}

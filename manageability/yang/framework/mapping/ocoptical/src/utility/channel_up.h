@@ -1,0 +1,61 @@
+// Native leaves up to the logical channel of their carrier. An operation reads the carrier of its entry, and adds its
+// leaf in a get of operational data if the carrier has a channel:
+//
+//     //         Function                            Carrier      Leaf                                     Value
+//     CHANNEL_UP(oc_optical_q_value_instant_to_high, controllers, OC_CHANNEL "/otn/state/q-value/instant", raw())
+#pragma once
+
+#include "engine/callback.h"
+#include "engine/trace.h"
+#include "utility/logical_channels.h"
+#include "zmf.h"
+
+namespace ocoptical {
+
+struct channel_value {
+    enum class form : uint8_t { raw, converted, decimal };
+    form how;
+    zmf_value_fn convert = nullptr;
+};
+
+// The native text.
+consteval channel_value raw() {
+    return {channel_value::form::raw};
+}
+// What a conversion of the node gives, a null text too. It runs before the arguments are tested.
+consteval channel_value converted(zmf_value_fn by) {
+    return {channel_value::form::converted, by};
+}
+// A number in scientific notation as a decimal one. It runs before the output is tested, and no other argument is.
+consteval channel_value decimal() {
+    return {channel_value::form::decimal};
+}
+
+struct channel_row {
+    carrier_list list;
+    const char *path;
+    channel_value value;
+    log_text found = {};  // takes carrier, channel, native text
+    log_text values = {}; // takes native text and value
+};
+
+struct channel_frame {
+    frame around;
+    uint32_t filter_words[2] = {fresh_filter_word, fresh_filter_word};
+};
+
+rcode add_to_channel(channel_frame &f, const channel_row &row, zmf_map_ctx ctx, const zmf_datatree *node,
+                     zmf_datatree *tree);
+
+#define CHANNEL_UP(function, ...)                                                                                      \
+    extern "C" OC_EXPORT rcode function(zmf_map_ctx ctx, const zmf_datatree *node, zmf_datatree *tree) {               \
+        assert(NULL != ctx);                                                                                           \
+        static constinit ocoptical::channel_frame f = {OC_FRAME};                                                      \
+        static constexpr ocoptical::channel_row row = {__VA_ARGS__};                                                   \
+        return ocoptical::add_to_channel(f, row, ctx, node, tree);                                                     \
+    }
+
+// The leaf of a channel that has been looked up.
+rcode add_channel_leaf(zmf_map_ctx ctx, zmf_datatree *tree, const carrier &from, const char *path, const char *value);
+
+} // namespace ocoptical
