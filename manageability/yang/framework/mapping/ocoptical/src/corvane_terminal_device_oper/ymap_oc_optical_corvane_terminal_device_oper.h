@@ -10,7 +10,8 @@
 #define OC_MODEL ymap_xo_oc_optical_corvaneterminaldeviceoper
 #define OC_TABLE "corvane_terminal_device_oper/ymap_oc_optical_corvane_terminal_device_oper.def"
 
-#define STATE(leaf) {ZMF_NS_OC_TERMINAL_DEVICE, nullptr, OC_OPERATIONAL_MODE "/state/" leaf}
+#define STATE(leaf)                                                                                                    \
+    { ZMF_NS_OC_TERMINAL_DEVICE, nullptr, OC_OPERATIONAL_MODE "/state/" leaf }
 
 #include "engine/readings/declarations.inc"
 

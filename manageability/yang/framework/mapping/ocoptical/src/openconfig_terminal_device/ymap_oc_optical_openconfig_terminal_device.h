@@ -10,8 +10,9 @@
 #define OC_MODEL ymap_ox_oc_optical_openconfigterminaldevice
 #define OC_TABLE "openconfig_terminal_device/ymap_oc_optical_openconfig_terminal_device.def"
 
-// The native module that most rows name.
+// The native modules that rows name.
 #define CFG ZMF_NS_TERMINAL_DEVICE_CFG
+#define MODES ZMF_NS_TERMINAL_DEVICE_OPER
 
 #include "engine/readings/declarations.inc"
 
@@ -32,6 +33,12 @@ zmf_node_shape oc_optical_eth_client_als_to_low;
 zmf_node_shape oc_optical_eth_als_delay_to_low;
 zmf_node_shape oc_optical_otn_tti_transmit_to_low;
 zmf_node_shape oc_optical_otn_tti_expected_to_low;
+zmf_node_shape oc_optical_state_admin_state_to_low;
+zmf_node_shape oc_optical_state_loopback_to_low;
+zmf_node_shape oc_optical_state_link_state_to_low;
+zmf_node_shape oc_optical_tti_msg_recv_to_tti_ascii_string_high_to_low;
+zmf_node_shape oc_optical_eth_state_client_als_to_low;
+zmf_node_shape oc_optical_eth_state_als_delay_to_low;
 zmf_cont_shape oc_optical_optical_channel_to_low;
 zmf_cont_shape oc_optical_optical_channel_state_to_low;
 zmf_node_shape oc_optical_cfg_freq_to_low;

@@ -1,4 +1,4 @@
-// Hand-written callbacks of openconfig-terminal-device: the channel list, its key, and config/index.
+// Hand-written callbacks of openconfig-terminal-device: the channel list, its key, config/index and state/index.
 #include "openconfig_terminal_device/ymap_oc_optical_openconfig_terminal_device.h"
 
 #include "engine/callback.h"
@@ -14,17 +14,14 @@ using namespace ocoptical;
 
 namespace {
 
-constexpr char otu_oper[] = ZMF_NS_CORVANE("Corvane-controller-otu-oper");
-constexpr char ethernet_oper[] = ZMF_NS_CORVANE("Corvane-drivers-media-eth-oper");
-
 constexpr range channel_index_range{1, 100000};
 
 constexpr target channel{CFG, NATIVE_CHANNEL};
 constexpr target channel_index{CFG, NATIVE_CHANNEL "/channel-index"};
-constexpr target controller{otu_oper, NATIVE_OTU_CONTROLLER};
-constexpr target controller_name{otu_oper, NATIVE_OTU_CONTROLLER "/controller-name"};
-constexpr target ethernet_interface{ethernet_oper, NATIVE_ETHERNET_INTERFACE};
-constexpr target interface_name{ethernet_oper, NATIVE_ETHERNET_INTERFACE "/interface-name"};
+constexpr target controller{ZMF_NS_OTU_OPER, NATIVE_OTU_CONTROLLER};
+constexpr target controller_name{ZMF_NS_OTU_OPER, NATIVE_OTU_CONTROLLER "/controller-name"};
+constexpr target ethernet_interface{ZMF_NS_MEDIA_ETH_OPER, NATIVE_ETHERNET_INTERFACE};
+constexpr target interface_name{ZMF_NS_MEDIA_ETH_OPER, NATIVE_ETHERNET_INTERFACE "/interface-name"};
 
 rcode open_channel(zmf_map_ctx ctx, const zmf_datatree *node, zmf_datatree *tree) {
     if (zmf_map_is_request_delete(node)) {
@@ -51,6 +48,14 @@ rcode open_carriers(zmf_map_ctx ctx, zmf_datatree *tree) {
         return add_list(ctx, tree, ethernet_interface);
     }
     return is_otu_class(itype) ? add_list(ctx, tree, controller) : status;
+}
+
+// The carrier by its name; `status` where there is none to ask for.
+rcode ask_for_carrier(zmf_map_ctx ctx, zmf_datatree *tree, uint32_t itype, const char *name, rcode status) {
+    if (itype == ITYPE_ETHERNET) {
+        return add(ctx, tree, interface_name, name);
+    }
+    return is_otu_class(itype) ? add(ctx, tree, controller_name, name) : status;
 }
 
 rcode enter_channel(zmf_map_ctx ctx, const zmf_datatree *node, zmf_datatree *tree, const char * /*oc_self*/) {
@@ -85,15 +90,29 @@ CONVERSION(ymap_ox_oc_optical_openconfigterminaldevice_leaf_lvla_terminaldevice_
     (void)add(ctx, tree, channel_index, node->value);
     (void)add_list(ctx, tree, controller);
     const rcode status = add_list(ctx, tree, ethernet_interface);
-    if (!is_get(ctx)) {
-        return status;
-    }
-    if (itype == ITYPE_ETHERNET) {
-        return add(ctx, tree, interface_name, name);
-    }
-    return is_otu_class(itype) ? add(ctx, tree, controller_name, name) : status;
+    return is_get(ctx) ? ask_for_carrier(ctx, tree, itype, name, status) : status;
 }
 
 CONVERSION(ymap_ox_oc_optical_openconfigterminaldevice_leaf_lvla_terminaldevice_config_index) {
     return ymap_ox_oc_optical_openconfigterminaldevice_leaf_lvla_terminaldevice_channel_index(ctx, node, tree);
+}
+
+// Any number is asked for here, and the entry's own is asked and not heeded.
+CONVERSION(ymap_ox_oc_optical_openconfigterminaldevice_leaf_lvla_terminaldevice_state_index) {
+    char name[text_size] = "";
+    const uint32_t itype = oc_optical_convert_logical_index_to_interface(node->value, name);
+    int32_t index = 0;
+    if (node->value != nullptr) {
+        (void)scan_number(node->value, &index);
+    }
+    ctx->req_ctx->logical_index = index;
+    if (!is_get(ctx)) {
+        return RC_OK;
+    }
+    const char *key = nullptr;
+    (void)zmf_map_get_node_info(ctx, OC_CHANNEL, "index", &key);
+    (void)add(ctx, tree, channel_index, node->value);
+    (void)add_list(ctx, tree, controller);
+    const rcode status = add_list(ctx, tree, ethernet_interface);
+    return ask_for_carrier(ctx, tree, itype, name, status);
 }
