@@ -115,7 +115,11 @@ zmf_node_shape ymap_oc_optical_delete_component_optical_channel;
 zmf_node_shape ymap_ox_oc_optical_corvaneopenconfigterminaldeviceext_augment_lvla_optical_channel;
 /* The augment entry of an interface's optics, for the interface's hook. */
 zmf_node_shape ymap_xo_oc_optical_corvanecontrolleropticscfg_augment_lvla_interface_configuration;
+
+/* Statistics. */
 extern uint32_t OC_OPTICAL_PM_IS_FLEXBIN_UNSUPPORTED; /* 0: flex bins; set from outside, never written here */
+rcode oc_optical_interval_to_low(void);               /* 0; intervals are asked for elsewhere */
+rcode oc_optical_otu_interval_to_low(void);           /* 0, likewise */
 
 /* For modules that load the plug-in. */
 void convert_ifname_imentry(char *out, const char *name); /* the registry's internal form; `out` holds 64 bytes */

@@ -77,9 +77,13 @@ rcode default_hook_xo(frame &f, zmf_map_ctx ctx, const zmf_datatree *node, zmf_d
         f, ctx, [&] { return are_given(node, tree); }, [] { return RC_OK; });
 }
 
-rcode framed(frame &f, body_fn body, zmf_map_ctx ctx, const zmf_datatree *node, zmf_datatree *tree) {
+rcode framed_where(bool given, frame &f, body_fn body, zmf_map_ctx ctx, const zmf_datatree *node, zmf_datatree *tree) {
     return in_frame(
-        f, ctx, [&] { return are_given(node, tree); }, [&] { return body(ctx, node, tree, f.function); });
+        f, ctx, [&] { return given; }, [&] { return body(ctx, node, tree, f.function); });
+}
+
+rcode framed(frame &f, body_fn body, zmf_map_ctx ctx, const zmf_datatree *node, zmf_datatree *tree) {
+    return framed_where(are_given(node, tree), f, body, ctx, node, tree);
 }
 
 const char *framed_value(frame &f, value_body_fn body, zmf_map_ctx ctx, const zmf_datatree *node) {

@@ -111,6 +111,7 @@ rcode default_hook_xo(frame &f, zmf_map_ctx ctx, const zmf_datatree *node, zmf_d
 // A body behind a maker: `oc_self` is the exported name.
 using body_fn = rcode (*)(zmf_map_ctx ctx, const zmf_datatree *node, zmf_datatree *tree, const char *oc_self);
 rcode framed(frame &f, body_fn body, zmf_map_ctx ctx, const zmf_datatree *node, zmf_datatree *tree);
+rcode framed_where(bool given, frame &f, body_fn body, zmf_map_ctx ctx, const zmf_datatree *node, zmf_datatree *tree);
 
 #define OC_BODY(name)                                                                                                  \
     static rcode OC_JOIN(name, _body)([[maybe_unused]] zmf_map_ctx ctx, [[maybe_unused]] const zmf_datatree *node,     \
@@ -123,6 +124,16 @@ rcode framed(frame &f, body_fn body, zmf_map_ctx ctx, const zmf_datatree *node, 
         assert(NULL != ctx);                                                                                           \
         static constinit ocoptical::frame f = OC_FRAME;                                                                \
         return ocoptical::framed(f, OC_JOIN(name, _body), ctx, node, tree);                                            \
+    }                                                                                                                  \
+    OC_BODY(name)
+
+// A conversion with an argument test of its own: `given` is an expression of `node` and `tree`.
+#define CONVERSION_WHERE(given, name)                                                                                  \
+    OC_BODY(name);                                                                                                     \
+    extern "C" OC_EXPORT rcode name(zmf_map_ctx ctx, const zmf_datatree *node, zmf_datatree *tree) {                   \
+        assert(NULL != ctx);                                                                                           \
+        static constinit ocoptical::frame f = OC_FRAME;                                                                \
+        return ocoptical::framed_where(given, f, OC_JOIN(name, _body), ctx, node, tree);                               \
     }                                                                                                                  \
     OC_BODY(name)
 

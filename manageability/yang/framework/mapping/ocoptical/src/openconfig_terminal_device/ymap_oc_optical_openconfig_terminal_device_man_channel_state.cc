@@ -3,7 +3,6 @@
 // To add one: a CONVERSION, named in the model's table and declared beside it.
 #include "openconfig_terminal_device/ymap_oc_optical_openconfig_terminal_device.h"
 
-#include <cstdio>
 #include <cstring>
 #include <span>
 
@@ -59,11 +58,8 @@ carrier_kind kind_of(uint32_t itype) {
     return itype == ITYPE_ODU && hwinfo_has_optical_term_dev() ? odu : unknown;
 }
 
-carrier_kind classify(int32_t logical_index) {
-    char index[text_size] = "";
-    char name[text_size] = "";
-    snprintf(index, sizeof index, "%d", logical_index);
-    return kind_of(oc_optical_convert_logical_index_to_interface(index, name));
+carrier_kind classify(zmf_map_ctx ctx) {
+    return kind_of(channel_under_walk(ctx).itype);
 }
 
 // The status of the last add.
@@ -131,7 +127,7 @@ CONVERSION(oc_optical_state_admin_state_to_low) {
     if (ctx->req_ctx->logical_index == 0) {
         return ask_all(ctx, tree, admin_states, values, on_this_device(ethernet_first));
     }
-    const carrier_kind kind = classify(ctx->req_ctx->logical_index);
+    const carrier_kind kind = classify(ctx);
     if (kind == unknown) {
         TRACE(ctx, ERR("OC_OPT_TERM:  INTF NOT FOUND"));
     }
@@ -146,7 +142,7 @@ CONVERSION(oc_optical_state_loopback_to_low) {
     const carrier_values values = {none, none, none};
     const int32_t index = ctx->req_ctx->logical_index;
     return index == 0 ? ask_all(ctx, tree, loopbacks, values, on_this_device(otu_first))
-                      : ask_one(ctx, tree, loopbacks, values, classify(index));
+                      : ask_one(ctx, tree, loopbacks, values, classify(ctx));
 }
 
 CONVERSION(oc_optical_state_link_state_to_low) {
@@ -161,7 +157,7 @@ CONVERSION(oc_optical_state_link_state_to_low) {
     const int32_t index = ctx->req_ctx->logical_index;
     // All ODU controllers are asked on every device.
     return index == 0 ? ask_all(ctx, tree, link_states, values, otu_first)
-                      : ask_one(ctx, tree, link_states, values, classify(index));
+                      : ask_one(ctx, tree, link_states, values, classify(ctx));
 }
 
 CONVERSION(oc_optical_tti_msg_recv_to_tti_ascii_string_high_to_low) {

@@ -13,13 +13,12 @@
 #include "platform.h"
 #include "utility/channel.h"
 #include "utility/components.h"
+#include "utility/performance_paths.h"
 #include "utility/range.h"
 #include "utility/scan.h"
 #include "utility/text.h"
 
 using namespace ocoptical;
-
-OC_EXPORT uint32_t OC_OPTICAL_PM_IS_FLEXBIN_UNSUPPORTED = 0;
 
 namespace {
 
@@ -168,10 +167,6 @@ CONVERSION(oc_optical_cfg_line_port_to_low) {
 
 namespace {
 
-#define HISTORY_2                                                                                                      \
-    NATIVE_OPTICS_HISTORY "/optics-second30-history/optics-second30-optics-histories/optics-second30-optics-history"
-#define HISTORY_3 HISTORY_2 "/optics-second30-optics-time-line-instances/optics-second30-optics-time-line-instance"
-
 // What a get opens for the state of an optical channel, in order. Without a usable name it asks for all ports.
 enum class opened : uint8_t { list, name, number_if_named, plain, number };
 
@@ -187,12 +182,12 @@ constexpr opened_row opened_port[] = {
 
 // Where 30-second history stands for flex bins.
 constexpr opened_row opened_history[] = {
-    {{ZMF_NS_PMENGINE_OPER, NATIVE_OPTICS_HISTORY}, opened::list},
-    {{ZMF_NS_PMENGINE_OPER, NATIVE_OPTICS_HISTORY "/name"}, opened::name},
-    {{ZMF_NS_PMENGINE_OPER, HISTORY_2}, opened::plain},
-    {{ZMF_NS_PMENGINE_OPER, HISTORY_2 "/number"}, opened::number_if_named},
-    {{ZMF_NS_PMENGINE_OPER, HISTORY_3}, opened::plain},
-    {{ZMF_NS_PMENGINE_OPER, HISTORY_3 "/number"}, opened::number},
+    {{ZMF_NS_PMENGINE_OPER, PM_OPTICS_PORT_HISTORY}, opened::list},
+    {{ZMF_NS_PMENGINE_OPER, PM_OPTICS_PORT_HISTORY "/name"}, opened::name},
+    {{ZMF_NS_PMENGINE_OPER, PM_OPTICS_HISTORY}, opened::plain},
+    {{ZMF_NS_PMENGINE_OPER, PM_OPTICS_HISTORY "/number"}, opened::number_if_named},
+    {{ZMF_NS_PMENGINE_OPER, PM_OPTICS_TIMELINE}, opened::plain},
+    {{ZMF_NS_PMENGINE_OPER, PM_OPTICS_TIMELINE "/number"}, opened::number},
 };
 
 rcode open_row(zmf_map_ctx ctx, zmf_datatree *tree, const opened_row &row, const component_names &names) {

@@ -1,6 +1,7 @@
 // Logical channel numbers to the names of their carriers.
 #include "utility/channel.h"
 
+#include <cstdio>
 #include <cstring>
 
 #include "engine/export.h"
@@ -31,6 +32,12 @@ constexpr carrier_class carrier_classes[] = {
 };
 
 } // namespace
+
+ocoptical::channel_under_walk::channel_under_walk(zmf_map_ctx ctx) : number(ctx->req_ctx->logical_index) {
+    char text[text_size];
+    snprintf(text, sizeof text, "%d", number);
+    itype = oc_optical_convert_logical_index_to_interface(text, carrier_name);
+}
 
 bool ocoptical::wants_sibling(zmf_map_ctx ctx) {
     const uint32_t kind = request_kind(ctx);

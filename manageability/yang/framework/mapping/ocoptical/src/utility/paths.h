@@ -15,8 +15,6 @@
 #define NATIVE_OPTICS NATIVE_INTERFACE_CONFIGURATION "/optics"
 #define NATIVE_RX_THRESHOLD NATIVE_OPTICS "/rx-thresholds/rx-threshold"
 #define NATIVE_OPTICS_PORT "/optics-oper/optics-ports/optics-port"
-#define NATIVE_OPTICS_HISTORY                                                                                          \
-    "/performance-management-history/global/periodic/optics-history/optics-port-histories/optics-port-history"
 
 #define OC_CHANNEL "/terminal-device/logical-channels/channel"
 #define OC_ASSIGNMENT OC_CHANNEL "/logical-channel-assignments/assignment"
