@@ -121,6 +121,13 @@ extern uint32_t OC_OPTICAL_PM_IS_FLEXBIN_UNSUPPORTED; /* 0: flex bins; set from 
 rcode oc_optical_interval_to_low(void);               /* 0; intervals are asked for elsewhere */
 rcode oc_optical_otu_interval_to_low(void);           /* 0, likewise */
 
+/* The neighbour that a request names by its key, "<device>#<port>": a copy that the next key or the first neighbour
+ * found by it releases. */
+extern int32_t is_get_with_key;
+extern char *gl_neigh_dev_id;
+rcode ymap_chassis_id_subtype_mapping_util(zmf_map_ctx ctx, const struct zmf_datatree *node,
+                                           char *out); /* `out` holds 50 bytes; 0, or RC_SUBTREE_ERROR */
+
 /* For modules that load the plug-in. */
 void convert_ifname_imentry(char *out, const char *name); /* the registry's internal form; `out` holds 64 bytes */
 rcode string_to_uint32(const char *text, uint64_t *out);

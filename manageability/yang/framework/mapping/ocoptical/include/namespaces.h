@@ -18,6 +18,7 @@
 #define ZMF_NS_MEDIA_ETH_OPER ZMF_NS_CORVANE("Corvane-drivers-media-eth-oper")
 #define ZMF_NS_TERMINAL_DEVICE_OPER ZMF_NS_CORVANE("Corvane-terminal-device-oper")
 #define ZMF_NS_IFMGR_CFG ZMF_NS_CORVANE("Corvane-ifmgr-cfg")
+#define ZMF_NS_LLDP_OPER ZMF_NS_CORVANE("Corvane-ethernet-lldp-oper")
 #define ZMF_NS_PMENGINE_OPER ZMF_NS_CORVANE("Corvane-pmengine-oper")
 
 #endif

@@ -42,6 +42,19 @@ rcode run(const mapping &m, zmf_map_ctx ctx, const zmf_datatree *node, zmf_datat
     return RC_OK;
 }
 
+// A container whose children are walked is mapped by them.
+rcode add_container(const frame &f, const mapping &m, zmf_map_ctx ctx, const zmf_datatree *node, unsigned int count,
+                    zmf_datatree *tree) {
+    if (count != 0) {
+        static uint32_t filter_word = fresh_filter_word;
+        log_statement(ctx, {f.function, f.line, &filter_word}, TRC("No mapping done for this node"));
+        return RC_OK;
+    }
+    static uint32_t filter_word = fresh_filter_word;
+    log_statement(ctx, {f.function, f.line, &filter_word}, TRC("No subtrees"));
+    return add_path(ctx, node, tree, m.at, node->value);
+}
+
 } // namespace
 
 // A container without mapping tests its arguments on the high side; a list or leaf without mapping does not.
@@ -50,7 +63,12 @@ rcode default_container(frame &f, side s, const mapping &m, zmf_map_ctx ctx, con
     const bool untested = s == side::low && m.how == form::nothing;
     return in_frame(
         f, ctx, [&] { return untested || are_given(node, tree); },
-        [&] { return m.container != nullptr ? m.container(ctx, node, count, tree) : run(m, ctx, node, tree); });
+        [&] {
+            if (m.container != nullptr) {
+                return m.container(ctx, node, count, tree);
+            }
+            return m.how == form::path ? add_container(f, m, ctx, node, count, tree) : run(m, ctx, node, tree);
+        });
 }
 
 rcode default_node(frame &f, const mapping &m, zmf_map_ctx ctx, const zmf_datatree *node, zmf_datatree *tree) {
@@ -84,6 +102,16 @@ rcode framed_where(bool given, frame &f, body_fn body, zmf_map_ctx ctx, const zm
 
 rcode framed(frame &f, body_fn body, zmf_map_ctx ctx, const zmf_datatree *node, zmf_datatree *tree) {
     return framed_where(are_given(node, tree), f, body, ctx, node, tree);
+}
+
+rcode framed_if(bool (*applies)(zmf_map_ctx), frame &f, body_fn body, zmf_map_ctx ctx, const zmf_datatree *node,
+                zmf_datatree *tree) {
+    bool runs = false;
+    const auto are_sound = [&] {
+        runs = applies(ctx);
+        return !runs || are_given(node, tree);
+    };
+    return in_frame(f, ctx, are_sound, [&] { return runs ? body(ctx, node, tree, f.function) : RC_OK; });
 }
 
 const char *framed_value(frame &f, value_body_fn body, zmf_map_ctx ctx, const zmf_datatree *node) {

@@ -37,7 +37,7 @@ consteval mapping refuse() {
 consteval mapping no_leaf(side s) {
     return s == side::high ? refuse() : nothing();
 }
-// One native path with the node's own value.
+// One path with the node's own value. A container asks for it where the request has nothing below it.
 consteval mapping to_path(const char *ns, const char *path) {
     return {.how = form::path, .at = {ns, path}};
 }
@@ -112,6 +112,8 @@ rcode default_hook_xo(frame &f, zmf_map_ctx ctx, const zmf_datatree *node, zmf_d
 using body_fn = rcode (*)(zmf_map_ctx ctx, const zmf_datatree *node, zmf_datatree *tree, const char *oc_self);
 rcode framed(frame &f, body_fn body, zmf_map_ctx ctx, const zmf_datatree *node, zmf_datatree *tree);
 rcode framed_where(bool given, frame &f, body_fn body, zmf_map_ctx ctx, const zmf_datatree *node, zmf_datatree *tree);
+rcode framed_if(bool (*applies)(zmf_map_ctx), frame &f, body_fn body, zmf_map_ctx ctx, const zmf_datatree *node,
+                zmf_datatree *tree);
 
 #define OC_BODY(name)                                                                                                  \
     static rcode OC_JOIN(name, _body)([[maybe_unused]] zmf_map_ctx ctx, [[maybe_unused]] const zmf_datatree *node,     \
@@ -134,6 +136,16 @@ rcode framed_where(bool given, frame &f, body_fn body, zmf_map_ctx ctx, const zm
         assert(NULL != ctx);                                                                                           \
         static constinit ocoptical::frame f = OC_FRAME;                                                                \
         return ocoptical::framed_where(given, f, OC_JOIN(name, _body), ctx, node, tree);                               \
+    }                                                                                                                  \
+    OC_BODY(name)
+
+// A conversion that does nothing unless `applies`, a question about the context; only then its arguments are tested.
+#define CONVERSION_IF(applies, name)                                                                                   \
+    OC_BODY(name);                                                                                                     \
+    extern "C" OC_EXPORT rcode name(zmf_map_ctx ctx, const zmf_datatree *node, zmf_datatree *tree) {                   \
+        assert(NULL != ctx);                                                                                           \
+        static constinit ocoptical::frame f = OC_FRAME;                                                                \
+        return ocoptical::framed_if(applies, f, OC_JOIN(name, _body), ctx, node, tree);                                \
     }                                                                                                                  \
     OC_BODY(name)
 

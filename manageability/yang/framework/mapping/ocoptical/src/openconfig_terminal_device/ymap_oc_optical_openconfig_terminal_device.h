@@ -13,6 +13,7 @@
 // The native modules that rows name.
 #define CFG ZMF_NS_TERMINAL_DEVICE_CFG
 #define MODES ZMF_NS_TERMINAL_DEVICE_OPER
+#define LLDP ZMF_NS_LLDP_OPER
 
 #include "engine/readings/declarations.inc"
 
@@ -129,4 +130,23 @@ zmf_node_shape oc_optical_inpower_max_to_low;
 zmf_node_shape oc_optical_inpower_interval_to_low;
 zmf_node_shape oc_optical_inpower_min_time_to_low;
 zmf_node_shape oc_optical_inpower_max_time_to_low;
+
+// LLDP.
+zmf_node_shape ocoptical_lldp_enabled_to_low;
+zmf_node_shape oc_optical_lldp_snooping_to_low;
+zmf_node_shape oc_optical_lldp_sys_name_to_low;
+zmf_node_shape oc_optical_lldp_sys_desc_to_low;
+zmf_node_shape oc_optical_lldp_chassis_id_to_low;
+zmf_node_shape oc_optical_chassis_id_type_to_low;
+zmf_node_shape oc_optical_lldp_nbr_id_to_low;
+zmf_node_shape oc_optical_lldp_ttl_to_low;
+zmf_node_shape oc_optical_lldp_port_id_to_low;
+zmf_node_shape oc_optical_lldp_port_id_type_to_low;
+zmf_node_shape oc_optical_lldp_port_desc_to_low;
+zmf_node_shape oc_optical_lldp_ipv4_addr_to_low;
+zmf_node_shape oc_optical_lldp_mgmt_addr_type_to_low;
+zmf_node_shape oc_optical_lldp_custom_tlv_to_low;
+zmf_node_shape oc_optical_lldp_custom_tlv_oui_to_low;
+zmf_node_shape oc_optical_lldp_custom_tlv_oui_subtype_to_low;
+zmf_node_shape oc_optical_lldp_custom_tlv_oui_value_to_low;
 }
