@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include "adds.h"
 #include "corvane_ifmgr_cfg/ymap_oc_optical_corvane_ifmgr_cfg.h"
 #include "hardware/hardware.h"
 #include "zmf/session.h"
@@ -45,35 +46,17 @@ zmf::fixed_tree interface_with(const char *name, bool has_optics, const leaves &
     return builder.finish();
 }
 
-// Adds, entries and repairs, one a line; "C" is the optical channel, "name" the component's config/name.
 std::string walk_up(uint32_t kind, bool gate_open, const zmf::fixed_tree &native) {
     zmf::session session(kind);
     session.request().request->scope_word = gate_open ? 0 : 2;
     session.request().request->scope_flags_4 = 1;
-    std::string log;
-    session.record([&](const zmf::call &c) {
-        std::string path = c.path != nullptr ? c.path : "";
-        const std::string channel = "/components/component/optical-channel";
-        if (path.starts_with(channel)) {
-            path.replace(0, channel.size(), "C");
-        } else if (path == "/components/component/config/name") {
-            path = "name";
-        }
-        if (c.op == zmf::operation::add_path) {
-            log +=
-                path + "=" + (c.value != nullptr ? c.value : "(null)") + (c.cross_module_flag ? " cross" : "") + "\n";
-        } else if (c.op == zmf::operation::search_or_add_list) {
-            log += std::string("entry ") + c.value + "\n";
-        } else if (c.op == zmf::operation::update_namespace) {
-            log += "repair\n";
-        }
-    });
+    const add_log log(session);
     zmf::output_tree output;
     const zmf_datatree *top = native.tops();
     EXPECT_EQ(ymap_xo_oc_optical_corvaneifmgrcfg_lvla_interfaceconfigurations(session.context(), top, output.root()),
               RC_OK);
     EXPECT_EQ(session.hierarchy_depth(), 0u);
-    return log;
+    return log.text;
 }
 
 constexpr char entry[] = "entry 0/1-OpticalChannel0/1/0/2\nname=0/1-OpticalChannel0/1/0/2 cross\n";
@@ -96,7 +79,7 @@ TEST(legacy_optics, which_interfaces_are_optical_channels) {
         {true, "Optics0/1/0/2", false, OP_GET_CONFIG, ""},
         {false, "Optics0/1/0/2", true, OP_GET_CONFIG, ""},
         {true, "MgmtEth0/RP0/CPU0/0", true, OP_GET_CONFIG, "name=MgmtEth0/RP0/CPU0/0\n"},
-        {true, "Optics0/1/0/2", true, OP_EDIT, "name=Optics0/1/0/2\n"},
+        {true, "Optics0/1/0/2", true, OP_EDIT, "name=Optics0/1/0/2 @\n"},
     };
     for (const auto &row : rows) {
         platform(row.terminal_device);

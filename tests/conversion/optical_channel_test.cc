@@ -1,8 +1,10 @@
 // Optical channels and their extension on the way down: what each conversion adds, by platform, request kind and value.
 #include <string>
+#include <vector>
 
 #include <gtest/gtest.h>
 
+#include "adds.h"
 #include "corvane_openconfig_terminal_device_ext/ymap_oc_optical_corvane_openconfig_terminal_device_ext.h"
 #include "exported.h"
 #undef OC_MODEL
@@ -16,17 +18,13 @@ namespace {
 
 constexpr uint32_t cfg = OP_GET_CONFIG, get = OP_GET, edit = OP_EDIT;
 constexpr char channel[] = "0/1-OpticalChannel0/1/0/2";
-constexpr char optics[] = "/interface-configurations/interface-configuration/optics";
-constexpr char td[] = "/optical-channels/optical-channel";
-constexpr char port[] = "/optics-oper/optics-ports/optics-port";
 
-// A request for one leaf or container; `log` has its adds as "PATH=VALUE @source list cross", one a line. The paths'
-// long heads are O (optics configuration), T (terminal device), P (optics port).
+// A request for one leaf or container.
 struct request {
     zmf::session session;
     zmf::output_tree output;
     zmf_datatree node{};
-    std::string log;
+    add_log log{session};
 
     request(uint32_t kind, const char *component, const char *value, uint32_t op) : session(kind) {
         node.tag = "leaf";
@@ -35,21 +33,6 @@ struct request {
         node.op = op;
         node.op_explicit = op != OP_MERGE;
         snprintf(session.request().component_name, sizeof session.request().component_name, "%s", component);
-        session.record([this](const zmf::call &c) { note(c); });
-    }
-
-    void note(const zmf::call &c) {
-        if (c.op != zmf::operation::add_path) {
-            return;
-        }
-        std::string path = c.path;
-        for (const auto &[head, letter] : {std::pair(optics, "O"), std::pair(td, "T"), std::pair(port, "P")}) {
-            if (path.starts_with(head)) {
-                path.replace(0, std::string(head).size(), letter);
-            }
-        }
-        log += path + (c.value != nullptr ? "=" + std::string(c.value) : "") + (c.source != nullptr ? " @" : "") +
-               (c.list_flag ? " list" : "") + (c.cross_module_flag ? " cross" : "") + "\n";
     }
 };
 
@@ -61,7 +44,8 @@ struct leaf_row {
     uint32_t op;
     const char *value;
     const char *log;
-    const char *refused = nullptr; // err_msg
+    const char *refused = nullptr;    // err_msg
+    const char *first_mark = nullptr; // err_msg at an error mark before that of the refusal
 };
 
 void check(const leaf_row &row) {
@@ -73,26 +57,45 @@ void check(const leaf_row &row) {
     const std::string about = std::string(row.value != nullptr ? row.value : "(null)") + " kind " +
                               std::to_string(row.kind) + " op " + std::to_string(row.op);
     EXPECT_EQ(status, row.refused != nullptr ? RC_VALUE_OUT_OF_RANGE : RC_OK) << about;
-    EXPECT_EQ(r.log, row.log) << about;
+    EXPECT_EQ(r.log.text, row.log) << about;
     EXPECT_STREQ(r.session.request().err_msg, row.refused) << about;
+    std::vector<std::string> marks;
+    for (const char *text : {row.first_mark, row.refused}) {
+        if (text != nullptr) {
+            marks.emplace_back(text);
+        }
+    }
+    EXPECT_EQ(r.log.marks, marks) << about;
 }
 
 constexpr char frequency_refused[] = "Frequency is not within the allowed range: 186100000 - 196137500";
 constexpr char power_refused[] = "Target Output Power is not within the allowed range: -1900 - 500";
+constexpr char cd_refused[] = "CD-MAX is not within the allowed range: -350000 - 350000";
+constexpr char roll_refused[] = "FILTER_ROLL_OFF_FACTOR is not within the allowed range: 0 - 1";
+constexpr char low_refused[] = "Input Signal Power Lower Threshold is not within the allowed range: -4000 - 3000";
+constexpr char high_refused[] = "Input Signal Power Upper Threshold is not within the allowed range: -4000 - 3000";
 
-TEST(optical_channel, frequency) {
-    constexpr auto f = oc_optical_cfg_freq_to_low;
-    const std::string too_long = "193100000" + std::string(200, ' ');
+// The list's path has a trailing slash but in a delete.
+std::string threshold_entry(const std::string &list, const std::string &type, const std::string &value,
+                            const std::string &source) {
+    const std::string at = "O/rx-thresholds/rx-threshold";
+    return at + list + source + " list cross\n" + at + "/rx-threshold-type=" + type + source + " cross\n" + at +
+           "/rx-threshold" + value + source + " cross\n";
+}
+std::string threshold_adds(const std::string &type, const std::string &value, const std::string &source) {
+    return threshold_entry("/", type, value, source);
+}
+std::string threshold_erased(const std::string &type) {
+    return threshold_entry("", type, "", " @");
+}
+
+TEST(optical_channel, leaves) {
+    constexpr auto f = oc_optical_cfg_freq_to_low, p = oc_optical_cfg_op_power_to_low;
+    const std::string long_frequency = "193100000" + std::string(200, ' '), long_power = "5" + std::string(200, ' ');
     const leaf_row rows[] = {
-        {f, 5, false, edit, OP_MERGE, "186100000", "T/frequency=186100000 @ cross\n"},
-        {f, 5, false, edit, OP_MERGE, "196137500", "T/frequency=196137500 @ cross\n"},
         {f, 5, false, edit, OP_MERGE, "193100050", "T/frequency=193100050 @ cross\n"},
-        {f, 5, false, edit, OP_MERGE, "186099999", "", frequency_refused},
-        {f, 5, false, edit, OP_MERGE, "196137501", "", frequency_refused},
         {f, 5, false, edit, OP_MERGE, "no number", "", frequency_refused},
-        {f, 5, false, edit, OP_MERGE, too_long.c_str(), "", frequency_refused},
-        {f, 5, false, cfg, OP_MERGE, "186099999", "", frequency_refused},
-        {f, 5, false, edit, OP_DELETE, "186099999", "", frequency_refused},
+        {f, 5, false, edit, OP_MERGE, long_frequency.c_str(), "", frequency_refused},
         {f, 5, false, edit, OP_DELETE, nullptr, "T/frequency @ cross\n"},
         {f, 5, false, get, OP_MERGE, nullptr, "T/frequency= cross\n"},
         {f, 18, true, edit, OP_MERGE, "193100050",
@@ -100,31 +103,16 @@ TEST(optical_channel, frequency) {
          "O/optics-dwdm-carrier/grid-type=100mhz-grid @ cross\n"},
         {f, 18, true, edit, OP_REMOVE, nullptr, "O/optics-dwdm-carrier @ cross\n"},
         {f, 18, true, get, OP_MERGE, nullptr, "O/optics-dwdm-carrier/param-value= cross\n"},
-        {f, 18, true, get, OP_MERGE, "193100000", "O/optics-dwdm-carrier/param-value=1931000 cross\n"},
-    };
-    for (const leaf_row &row : rows) {
-        check(row);
-    }
-}
 
-TEST(optical_channel, power_and_mode) {
-    constexpr auto p = oc_optical_cfg_op_power_to_low;
-    const std::string too_long = "5" + std::string(200, ' ');
-    const leaf_row rows[] = {
-        {p, 5, false, edit, OP_MERGE, "-1900", "T/power=-1900 @ cross\n"},
-        {p, 5, false, edit, OP_MERGE, "500", "T/power=500 @ cross\n"},
-        {p, 5, false, edit, OP_MERGE, "-1901", "", power_refused},
-        {p, 5, false, edit, OP_MERGE, "501", "", power_refused},
-        {p, 5, false, edit, OP_MERGE, "no number", "", power_refused},
-        {p, 5, false, edit, OP_MERGE, nullptr, "", power_refused},
-        {p, 5, false, edit, OP_MERGE, too_long.c_str(), "", power_refused},
+        {p, 5, false, edit, OP_MERGE, "no number", "", power_refused, "target-output-power"},
+        {p, 5, false, edit, OP_MERGE, nullptr, "", power_refused, "target-output-power"},
+        {p, 5, false, edit, OP_MERGE, long_power.c_str(), "", power_refused, "target-output-power"},
         {p, 5, false, edit, OP_MERGE, "-350.75", "T/power=-350 @ cross\n"},
-        {p, 5, false, edit, OP_DELETE, "-1901", "T/power @ cross\n"},
-        {p, 5, false, get, OP_MERGE, "1999", "T/power=1999 cross\n"},
         {p, 5, false, get, OP_MERGE, nullptr, "T/power= cross\n"},
         {p, 18, true, get, OP_MERGE, "-1905", "O/optics-transmit-power=-190 cross\n"},
         {p, 18, true, get, OP_MERGE, "1999", "O/optics-transmit-power=199 cross\n"},
         {p, 18, true, edit, OP_MERGE, "-39", "O/optics-transmit-power=-3 @ cross\n"},
+
         {oc_optical_cfg_oper_mode_to_low, 5, true, edit, OP_MERGE, "7", "T/operational-mode=7 @\n"},
         {oc_optical_cfg_oper_mode_to_low, 5, false, get, OP_MERGE, nullptr, "T/operational-mode\n"},
         {oc_optical_cfg_line_port_to_low, 5, false, edit, OP_MERGE, "0/1-Optics0/1/0/2",
@@ -174,10 +162,10 @@ TEST(optical_channel, line_port_on_its_component) {
     }
 }
 
-constexpr char if_list[] = "/interface-configurations/interface-configuration list\n";
-constexpr char if_entry[] = "/interface-configurations/interface-configuration list\n"
-                            "/interface-configurations/interface-configuration/interface-name=Optics0/1/0/2\n"
-                            "/interface-configurations/interface-configuration/active=act\n";
+constexpr char if_list[] = "I list\n";
+constexpr char if_entry[] = "I list\n"
+                            "I/interface-name=Optics0/1/0/2\n"
+                            "I/active=act\n";
 constexpr char td_entry[] = "T list\nT/ifname=0_1-OpticalChannel0_1_0_2\n";
 
 TEST(optical_channel, containers) {
@@ -204,7 +192,7 @@ TEST(optical_channel, containers) {
     for (const auto &row : rows) {
         request r(row.kind, row.component, nullptr, OP_MERGE);
         EXPECT_EQ(row.convert(r.session.context(), &r.node, 0, r.output.root()), RC_OK);
-        EXPECT_EQ(r.log, row.log) << row.component << " kind " << row.kind;
+        EXPECT_EQ(r.log.text, row.log) << row.component << " kind " << row.kind;
     }
 }
 
@@ -217,110 +205,64 @@ TEST(optical_channel, state_opens_the_history_where_it_stands_for_flex_bins) {
     OC_OPTICAL_PM_IS_FLEXBIN_UNSUPPORTED = 1;
     request named(get, channel, nullptr, OP_MERGE);
     oc_optical_optical_channel_state_to_low(named.session.context(), &named.node, 0, named.output.root());
-    EXPECT_EQ(named.log, "P list\nP/name=Optics0/1/0/2\n" + h + " list\n" + h + "/name=Optics0/1/0/2\n" + h2 + "\n" +
-                             h2 + "/number=1\n" + h3 + "\n" + h3 + "/number=1\n");
+    EXPECT_EQ(named.log.text, "P list\nP/name=Optics0/1/0/2\n" + h + " list\n" + h + "/name=Optics0/1/0/2\n" + h2 +
+                                  "\n" + h2 + "/number=1\n" + h3 + "\n" + h3 + "/number=1\n");
     request all(get, "Rack0", nullptr, OP_MERGE);
     oc_optical_optical_channel_state_to_low(all.session.context(), &all.node, 0, all.output.root());
-    EXPECT_EQ(all.log, "P\n" + h + "\n" + h2 + "\n" + h3 + "\n" + h3 + "/number=1\n");
+    EXPECT_EQ(all.log.text, "P\n" + h + "\n" + h2 + "\n" + h3 + "\n" + h3 + "/number=1\n");
     OC_OPTICAL_PM_IS_FLEXBIN_UNSUPPORTED = 0;
 }
 
 TEST(optical_channel, delete_clears_both_homes_and_keeps_cd_min) {
-    hardware::current() = {};
-    hardware::current().optical_terminal_device = true;
-    const uint64_t sibling_calls = hardware::sibling_calls();
-    request r(edit, channel, nullptr, OP_DELETE);
-    EXPECT_EQ(ymap_oc_optical_delete_component_optical_channel(r.session.context(), &r.node, r.output.root()), RC_OK);
     std::string expected = if_entry;
     expected += "O/optics-dwdm-carrier @ cross\nO/optics-transmit-power @ cross\nO/optics-fastpoll @ cross\n";
-    for (const char *type : {"low", "high"}) {
-        expected += "O/rx-thresholds/rx-threshold @ list cross\nO/rx-thresholds/rx-threshold/rx-threshold-type=" +
-                    std::string(type) + " @ cross\nO/rx-thresholds/rx-threshold/rx-threshold @ cross\n";
-    }
-    expected += td_entry;
+    expected += threshold_erased("low") + threshold_erased("high") + td_entry;
     for (const char *leaf : {"operational-mode", "line-port", "frequency", "power", "enh-colorless-mode",
                              "cross-pol-gain-mode", "cpr-ext-win-mode", "enh-sop-tol-mode", "cpr-win-mode",
                              "rx-voa-fixed-ratio", "rx-voa-target-power", "cd-low-threshold", "cd-high-threshold",
                              "cd-max", "cross-pol-weight-mode", "nleq-comp-mode", "filter-roll-off-factor"}) {
         expected += "T/" + std::string(leaf) + " @\n";
     }
-    EXPECT_EQ(r.log, expected);
-    EXPECT_EQ(r.session.request().delete_walk, 1u);
-    EXPECT_EQ(hardware::sibling_calls(), sibling_calls);
-
-    hardware::current().optical_terminal_device = false;
-    request nameless(edit, "", nullptr, OP_DELETE);
-    EXPECT_EQ(ymap_oc_optical_delete_component_optical_channel(nameless.session.context(), &nameless.node,
-                                                               nameless.output.root()),
-              RC_OK);
-    EXPECT_EQ(nameless.log, "");
-    EXPECT_EQ(hardware::sibling_calls(), sibling_calls + 1);
-}
-
-TEST(extension, ranged_leaves) {
-    constexpr auto cd = oc_optical_optics_cd_max_to_low;
-    constexpr auto roll = oc_optical_filter_rolloff_to_low;
-    constexpr char cd_refused[] = "CD-MAX is not within the allowed range: -350000 - 350000";
-    constexpr char roll_refused[] = "FILTER_ROLL_OFF_FACTOR is not within the allowed range: 0 - 1";
-    const leaf_row rows[] = {
-        {cd, 18, false, edit, OP_MERGE, "350000", "T/cd-max=350000 @\n"},
-        {cd, 19, false, edit, OP_MERGE, "-350000", "T/cd-max=-350000 @\n"},
-        {cd, 18, false, edit, OP_MERGE, "350001", "", cd_refused},
-        {cd, 18, false, edit, OP_MERGE, "-350001", "", cd_refused},
-        {cd, 5, false, edit, OP_MERGE, "350001", "", cd_refused},
-        {cd, 18, false, cfg, OP_MERGE, "350001", "", cd_refused},
-        {cd, 18, false, edit, OP_DELETE, "350001", "", cd_refused},
-        {cd, 18, false, edit, OP_MERGE, "99999999999", "", cd_refused},
-        {cd, 18, false, edit, OP_MERGE, "no number", "T/cd-max=no number @\n"}, // counts as 0
-        {cd, 7, false, edit, OP_MERGE, "5", ""},
-        {cd, 18, false, edit, OP_DELETE, "5", "T/cd-max @\n"},
-        {cd, 18, false, get, OP_MERGE, nullptr, "T/cd-max\n"},
-        {oc_optical_enh_colorless_mode_to_low, 18, false, edit, OP_MERGE, "0", "",
-         "ENH-COLORLESS-MODE is not within the allowed range: 1 - 3"},
-        {oc_optical_nleq_comp_mode_to_low, 18, false, edit, OP_MERGE, "5", "T/nleq-comp-mode=5 @\n"},
-        {roll, 18, false, edit, OP_MERGE, "1", "T/filter-roll-off-factor=1 @\n"},
-        {roll, 18, false, edit, OP_MERGE, "0", "T/filter-roll-off-factor=0 @\n"},
-        {roll, 18, false, edit, OP_MERGE, "1.01", "", roll_refused},
-        {roll, 18, false, edit, OP_MERGE, "nan", "", roll_refused},
-        {roll, 18, false, edit, OP_MERGE, "0.50", "T/filter-roll-off-factor=0.50 @\n"}, // the client's text
-    };
-    for (const leaf_row &row : rows) {
-        check(row);
+    for (const bool legacy : {false, true}) {
+        hardware::current() = {};
+        hardware::current().legacy_optical_terminal_device = legacy;
+        request r(edit, channel, nullptr, OP_DELETE);
+        EXPECT_EQ(ymap_oc_optical_delete_component_optical_channel(r.session.context(), &r.node, r.output.root()),
+                  RC_OK);
+        EXPECT_EQ(r.log.text, expected);
+        EXPECT_EQ(r.session.request().delete_walk, 1u);
     }
 }
 
-TEST(extension, leaves_without_range_and_thresholds) {
+TEST(extension, leaves) {
+    constexpr auto cd = oc_optical_optics_cd_max_to_low;
     constexpr auto low = oc_optical_cfg_input_power_lower_threshold_to_low;
     constexpr auto high = oc_optical_cfg_input_power_upper_threshold_to_low;
-    constexpr char low_refused[] = "Input Signal Power Lower Threshold is not within the allowed range: -4000 - 3000";
-    constexpr char high_refused[] = "Input Signal Power Upper Threshold is not within the allowed range: -4000 - 3000";
-    const auto entry = [](const char *type, const char *value, const char *source) {
-        const std::string at = "O/rx-thresholds/rx-threshold";
-        return at + "/" + source + " list cross\n" + at + "/rx-threshold-type=" + type + source + " cross\n" + at +
-               "/rx-threshold=" + value + source + " cross\n";
-    };
-    const std::string low_at_end = entry("low", "-400", " @"), low_cut = entry("low", "-123", " @");
-    const std::string high_at_end = entry("high", "300", " @"), low_read = entry("low", "-400", "");
-    const std::string low_asked = entry("low", "", "");
-    const std::string high_deleted = "O/rx-thresholds/rx-threshold @ list cross\n"
-                                     "O/rx-thresholds/rx-threshold/rx-threshold-type=high @ cross\n"
-                                     "O/rx-thresholds/rx-threshold/rx-threshold @ cross\n";
+    const std::string low_cut = threshold_adds("low", "=-123", " @"), low_asked = threshold_adds("low", "=", "");
     const leaf_row rows[] = {
+        {cd, 5, false, edit, OP_MERGE, "350001", "", cd_refused},
+        {cd, 18, false, edit, OP_MERGE, "99999999999", "", cd_refused},
+        {cd, 18, false, edit, OP_MERGE, "no number", "T/cd-max=no number @\n"}, // counts as 0
+        {cd, 7, false, edit, OP_MERGE, "5", ""},
+        {cd, 18, false, get, OP_MERGE, nullptr, "T/cd-max\n"},
+        {oc_optical_enh_colorless_mode_to_low, 18, false, edit, OP_MERGE, "0", "",
+         "ENH-COLORLESS-MODE is not within the allowed range: 1 - 3"},
+        {oc_optical_filter_rolloff_to_low, 18, false, edit, OP_MERGE, "nan", "", roll_refused},
+        {oc_optical_filter_rolloff_to_low, 18, false, edit, OP_MERGE, "0.50",
+         "T/filter-roll-off-factor=0.50 @\n"}, // the client's text
+
         {oc_optical_ext_cfg_baud_rate_to_low, 5, false, edit, OP_MERGE, "69.4",
          "O/optics-baud-rate=69.4000000 @ cross\n"},
         {oc_optical_ext_cfg_baud_rate_to_low, 5, false, get, OP_MERGE, nullptr, "O/optics-baud-rate= cross\n"},
         {oc_optical_cfg_fastpoll_sop_enable_to_low, 5, false, edit, OP_MERGE, "true",
          "O/optics-fastpoll=true @ cross\n"},
         {oc_optical_cfg_fastpoll_sop_enable_to_low, 5, false, get, OP_MERGE, nullptr, "O/optics-fastpoll cross\n"},
-        {low, 5, false, edit, OP_MERGE, "-4000", low_at_end.c_str()},
+
         {low, 5, false, edit, OP_MERGE, "-1239", low_cut.c_str()},
-        {low, 5, false, edit, OP_MERGE, "-4001", "", low_refused},
-        {low, 5, false, cfg, OP_MERGE, "-4001", low_read.c_str()},
         {low, 5, false, cfg, OP_MERGE, nullptr, low_asked.c_str()},
-        {high, 5, false, edit, OP_MERGE, "3000", high_at_end.c_str()},
-        {high, 5, false, edit, OP_MERGE, "3001", "", high_refused},
-        {high, 5, false, edit, OP_MERGE, "no number", "", high_refused},
-        {high, 5, false, edit, OP_DELETE, "9999", high_deleted.c_str()},
+        {high, 5, false, edit, OP_MERGE, "no number", "", high_refused, "input-signal-power-upper"},
+        {high, 5, false, edit, OP_MERGE, nullptr, "", high_refused, "input-signal-power-upper"},
+
         {oc_optical_state_sop_tol_mode_to_low, 5, false, get, OP_MERGE, "1",
          "P/optics-info/submarine-info/enhsop-tolerance-mode cross\n"},
         {oc_optical_state_fastpoll_sop_enable_to_low, 5, false, get, OP_MERGE, "true",
@@ -331,6 +273,147 @@ TEST(extension, leaves_without_range_and_thresholds) {
     };
     for (const leaf_row &row : rows) {
         check(row);
+    }
+}
+
+// Both ends of a range and one beyond each, in every kind of request. In the adds "$" is what is written of the value.
+TEST(ranges, hold_at_their_ends) {
+    struct value {
+        const char *client, *native;
+    };
+    const struct {
+        zmf_node_fn convert;
+        uint32_t router_type;
+        bool legacy;
+        value low, high, below, above;
+        std::string read, merge, erase;
+        bool is_tested_in_all; // in reads and deletes too
+        const char *refused, *first_mark;
+    } rows[] = {
+        {oc_optical_cfg_freq_to_low,
+         5,
+         false,
+         {"186100000", "186100000"},
+         {"196137500", "196137500"},
+         {"186099999", ""},
+         {"196137501", ""},
+         "T/frequency=$ cross\n",
+         "T/frequency=$ @ cross\n",
+         "T/frequency @ cross\n",
+         true,
+         frequency_refused,
+         nullptr},
+        {oc_optical_cfg_freq_to_low,
+         18,
+         true,
+         {"186100000", "1861000"},
+         {"196137500", "1961375"},
+         {"186099999", ""},
+         {"196137501", ""},
+         "O/optics-dwdm-carrier/param-value=$ cross\n",
+         "O/optics-dwdm-carrier/param-value=$ @ cross\nO/optics-dwdm-carrier/param-type=frequency @ cross\n"
+         "O/optics-dwdm-carrier/grid-type=100mhz-grid @ cross\n",
+         "O/optics-dwdm-carrier @ cross\n",
+         true,
+         frequency_refused,
+         nullptr},
+        {oc_optical_cfg_op_power_to_low,
+         5,
+         false,
+         {"-1900", "-1900"},
+         {"500", "500"},
+         {"-1901", "-1901"},
+         {"501", "501"},
+         "T/power=$ cross\n",
+         "T/power=$ @ cross\n",
+         "T/power @ cross\n",
+         false,
+         power_refused,
+         "target-output-power"},
+        {oc_optical_cfg_op_power_to_low,
+         18,
+         true,
+         {"-1900", "-190"},
+         {"500", "50"},
+         {"-1901", "-190"},
+         {"501", "50"},
+         "O/optics-transmit-power=$ cross\n",
+         "O/optics-transmit-power=$ @ cross\n",
+         "O/optics-transmit-power @ cross\n",
+         false,
+         power_refused,
+         "target-output-power"},
+        {oc_optical_cfg_input_power_lower_threshold_to_low,
+         5,
+         false,
+         {"-4000", "-400"},
+         {"3000", "300"},
+         {"-4001", "-400"},
+         {"3001", "300"},
+         threshold_adds("low", "=$", ""),
+         threshold_adds("low", "=$", " @"),
+         threshold_erased("low"),
+         false,
+         low_refused,
+         "input-signal-power-lower"},
+        {oc_optical_cfg_input_power_upper_threshold_to_low,
+         5,
+         false,
+         {"-4000", "-400"},
+         {"3000", "300"},
+         {"-4001", "-400"},
+         {"3001", "300"},
+         threshold_adds("high", "=$", ""),
+         threshold_adds("high", "=$", " @"),
+         threshold_erased("high"),
+         false,
+         high_refused,
+         "input-signal-power-upper"},
+        {oc_optical_optics_cd_max_to_low,
+         18,
+         false,
+         {"-350000", "-350000"},
+         {"350000", "350000"},
+         {"-350001", ""},
+         {"350001", ""},
+         "T/cd-max=$\n",
+         "T/cd-max=$ @\n",
+         "T/cd-max @\n",
+         true,
+         cd_refused,
+         nullptr},
+        {oc_optical_filter_rolloff_to_low,
+         19,
+         false,
+         {"0", "0"},
+         {"1", "1"},
+         {"-0.01", ""},
+         {"1.01", ""},
+         "T/filter-roll-off-factor=$\n",
+         "T/filter-roll-off-factor=$ @\n",
+         "T/filter-roll-off-factor @\n",
+         true,
+         roll_refused,
+         nullptr},
+    };
+    const struct {
+        uint32_t kind, op;
+    } requests[] = {{cfg, OP_MERGE},    {get, OP_MERGE},   {edit, OP_MERGE},
+                    {edit, OP_REPLACE}, {edit, OP_DELETE}, {edit, OP_REMOVE}};
+    for (const auto &row : rows) {
+        for (const value &each : {row.low, row.high, row.below, row.above}) {
+            const bool is_outside = each.client == row.below.client || each.client == row.above.client;
+            for (const auto &[kind, op] : requests) {
+                const bool is_delete = op == OP_DELETE || op == OP_REMOVE, is_merge = kind == edit && !is_delete;
+                std::string adds = is_delete ? row.erase : is_merge ? row.merge : row.read;
+                if (const size_t at = adds.find('$'); at != std::string::npos) {
+                    adds.replace(at, 1, each.native);
+                }
+                const bool refused = is_outside && (row.is_tested_in_all || is_merge);
+                check({row.convert, row.router_type, row.legacy, kind, op, each.client, refused ? "" : adds.c_str(),
+                       refused ? row.refused : nullptr, refused ? row.first_mark : nullptr});
+            }
+        }
     }
 }
 
@@ -381,6 +464,44 @@ TEST(line_ports, by_the_components_of_a_reply) {
     EXPECT_EQ(is_valid_channel_for_esnr("Optics0/1/0/2", session.context(), output.root(), 7), 1u);
     hardware::current().optical_terminal_device = false;
     EXPECT_EQ(is_valid_channel_for_esnr("Optics0/1/0/2", session.context(), output.root(), 7), 0u);
+}
+
+// R, S, I, P of a line port are those of its channel; a prefixed one wants both prefixes right as well.
+TEST(line_ports, lie_on_their_channels) {
+    constexpr char prefixed[] = "0/1-OpticalChannel0/1/0/2", plain[] = "OpticalChannel0/1/0/2";
+    constexpr char own_slot_wrong[] = "0/1-OpticalChannel0/2/0/2", own_rack_wrong[] = "1/2-OpticalChannel0/2/0/2";
+    const struct {
+        const char *component, *port;
+        bool agrees;
+    } rows[] = {
+        {prefixed, "0/1-Optics0/1/0/2", true},
+        {prefixed, "1/1-Optics0/1/0/2", false},
+        {prefixed, "0/2-Optics0/1/0/2", false},
+        {prefixed, "0/1-Optics1/1/0/2", false},
+        {prefixed, "0/1-Optics0/2/0/2", false},
+        {prefixed, "0/1-Optics0/1/1/2", false},
+        {prefixed, "0/1-Optics0/1/0/3", false},
+        {prefixed, "Optics0/1/0/2", true},
+        {prefixed, "Optics1/1/0/2", false},
+        {prefixed, "Optics0/2/0/2", false},
+        {prefixed, "Optics0/1/1/2", false},
+        {prefixed, "Optics0/1/0/3", false},
+        {prefixed, "0/1-Optics0/1/0", false},
+        {prefixed, "", false},
+        {plain, "Optics0/1/0/2", true},
+        {plain, "0/1-Optics0/1/0/2", false},
+        {own_slot_wrong, "0/1-Optics0/2/0/2", false},
+        {own_slot_wrong, "0/1-Optics0/1/0/2", false},
+        {own_slot_wrong, "Optics0/2/0/2", true}, // a short form does not look at the prefix
+        {own_rack_wrong, "1/2-Optics0/2/0/2", false},
+        {nullptr, "Optics0/1/0/2", false},
+        {nullptr, "no-port", true},
+        {"no channel", "no port", true}, // nothing against nothing
+    };
+    for (const auto &row : rows) {
+        EXPECT_EQ(oc_optical_check_lineport_rsip(row.component, row.port), row.agrees ? RC_OK : RC_SUBTREE_ERROR)
+            << (row.component != nullptr ? row.component : "(null)") << " " << row.port;
+    }
 }
 
 } // namespace

@@ -35,7 +35,7 @@ const char *op_name(uint32_t op) {
     return op < std::size(op_names) ? op_names[op] : "?";
 }
 
-request_text::request_text(const std::string &text, const char *ns) : ns_(ns) {
+request_text::request_text(const std::string &text, const char *ns, const char *foreign) : ns_(ns), foreign_(foreign) {
     const char *at = text.c_str();
     tops_ = read_nodes(at);
     if (*at != '\0') {
@@ -61,7 +61,7 @@ zmf_datatree request_text::read_node(const char *&at) {
     std::string name = word(at);
     node.ns = ns_;
     if (name.starts_with("x:") || name.starts_with("_:")) {
-        node.ns = name[0] == 'x' ? foreign_ns : nullptr;
+        node.ns = name[0] == 'x' ? foreign_ : nullptr;
         name.erase(0, 2);
     }
     node.tag = name == "-" ? nullptr : keep(name);

@@ -17,7 +17,7 @@ inline constexpr char foreign_ns[] = "urn:foreign";
 
 class request_text {
 public:
-    request_text(const std::string &text, const char *ns);
+    request_text(const std::string &text, const char *ns, const char *foreign = foreign_ns);
 
     zmf_datatree *top() { return tops_.data(); }
     std::vector<zmf_datatree> &tops() { return tops_; }
@@ -33,7 +33,7 @@ private:
     const char *keep(const std::string &text);
     void remember(std::vector<zmf_datatree> &nodes);
 
-    const char *ns_;
+    const char *ns_, *foreign_;
     std::deque<std::string> texts_;
     std::deque<std::vector<zmf_datatree>> arrays_;
     std::vector<zmf_datatree> tops_;
