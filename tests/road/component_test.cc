@@ -66,73 +66,177 @@ std::string seen(const std::string &channel) {
     return channel.empty() ? "" : "components(" + seen_component(channel) + ")";
 }
 
-#define CHANNEL "/optical-channels/optical-channel[ifname='0_1-OpticalChannel0_1_0_2']"
-#define OPTICS "/interface-configurations/interface-configuration[active='act'][interface-name='Optics0/1/0/2']/optics"
-#define CARRIER OPTICS "/optics-dwdm-carrier/param-value"
-#define LOW OPTICS "/rx-thresholds/rx-threshold[rx-threshold-type='low']/rx-threshold"
-#define HIGH OPTICS "/rx-thresholds/rx-threshold[rx-threshold-type='high']/rx-threshold"
+// What the device keeps of a leaf, in its configuration: with the optical channel, or with the interface's optics.
+std::string in_channel(const std::string &leaves) {
+    const std::string key = "'ifname':'%OpticalChannel0_1_0_2'";
+    return "'Corvane-terminal-device-cfg:optical-channels':{'optical-channel':[{" +
+           (leaves.empty() ? key : key + "," + leaves) + "}]}";
+}
+std::string in_interface(const std::string &more) {
+    return "'Corvane-ifmgr-cfg:interface-configurations':{'interface-configuration':[{'active':'act',"
+           "'interface-name':'Optics0/1/0/2'" +
+           more + "}]}";
+}
+std::string in_optics(const std::string &leaves) {
+    return in_interface(",'Corvane-controller-optics-cfg:optics':{" + leaves + "}");
+}
+std::string in_carrier(const std::string &value) {
+    return in_optics("'optics-dwdm-carrier':{'grid-type':'100mhz-grid','param-type':'frequency','param-value':'" +
+                     value + "'}");
+}
+std::string in_threshold(const std::string &type, int value) {
+    return in_optics("'rx-thresholds':{'rx-threshold':[{'rx-threshold-type':'" + type +
+                     "','rx-threshold':" + std::to_string(value) + "}]}");
+}
 
-TEST(optical_channel, comes_back_as_it_went_or_changed_as_it_must) {
+// Where a leaf stands below its component, and what stands around it there.
+enum class place : uint8_t { config, extended, thresholds };
+
+std::string at(place where, const std::string &leaf) {
+    const std::string config = "'config':{" + leaf + "}", channel = "'openconfig-terminal-device:optical-channel':{",
+                      vendor = channel + "'Corvane-openconfig-terminal-device-ext:extended':{";
+    return where == place::config     ? channel + config + "}"
+           : where == place::extended ? vendor + config + "}}"
+                                      : vendor + "'thresholds':{" + config + "}}}";
+}
+std::string seen_at(place where, const std::string &leaf) {
+    return where == place::config     ? "config(" + leaf + ")"
+           : where == place::extended ? "extended(config(" + leaf + "))"
+                                      : "extended(thresholds(config(" + leaf + ")))";
+}
+
+// "$" and "%" are what names begin with on all router types but 19, outside of the device and in it.
+std::string on_router(std::string text, uint32_t router_type) {
+    for (const auto &[mark, prefix] : {std::pair('$', "0/1-"), std::pair('%', "0_1-")})
+        for (size_t found = text.find(mark); found != std::string::npos; found = text.find(mark))
+            text.replace(found, 1, router_type == 19 ? "" : prefix);
+    return text;
+}
+
+struct leaf_row {
+    bool is_legacy;
+    place where;
+    const char *leaf, *value; // as JSON
+    std::string native;       // the device's configuration after the edit
+    const char *back;         // what a client reads then
+    bool is_ranged = false;   // and mapped on router types 18 and 19 only
+};
+
+void goes_and_comes(const leaf_row &row, uint32_t router_type) {
+    SCOPED_TRACE(std::string(row.leaf) + (row.is_legacy ? " legacy " : " ") + std::to_string(router_type));
+    const std::string named = on_router("$OpticalChannel0/1/0/2", router_type);
+    const bool is_mapped = !row.is_ranged || router_type == 18 || router_type == 19;
+    device_road device = platform(router_type, row.is_legacy);
+    const auto expect = [&](const std::string &native, const std::string &reply) {
+        const std::string json = json_of(on_router("{'config':{" + native + "}}", router_type));
+        EXPECT_TRUE(device.held().config == device::parse(json, "expected").config) << json << "\n"
+                                                                                    << device::to_json(device.held());
+        EXPECT_EQ(device.seen(all), on_router(reply, router_type));
+    };
+    const auto leaf = [&](const std::string &member) { return components(component(named, at(row.where, member))); };
+
+    const edit_result written = device.edit(leaf("'" + std::string(row.leaf) + "':" + row.value));
+    ASSERT_TRUE(written.is_done()) << written.message << written.error_tag;
+    const std::string back = std::string(row.leaf) + "=" + row.back;
+    expect(is_mapped ? row.native : "",
+           is_mapped ? "components(" + seen_component(seen_at(row.where, back), named) + ")" : "");
+
+    const edit_result erased =
+        device.edit(leaf("'@" + std::string(row.leaf) + "':{'ietf-netconf:operation':'remove'}"));
+    ASSERT_TRUE(erased.is_done()) << erased.message << erased.error_tag;
+    const bool is_in_channel = row.native.starts_with("'Corvane-terminal-device-cfg:");
+    expect(!is_mapped      ? ""
+           : is_in_channel ? in_channel("")
+                           : in_interface(""),
+           is_mapped && is_in_channel ? "components(" + seen_component("", named) + ")" : "");
+}
+
+TEST(optical_channel, each_leaf_goes_to_the_device_and_comes_back) {
+    constexpr place config = place::config, vendor = place::extended, limits = place::thresholds;
+    const auto channel = [](const std::string &leaf, const std::string &value) {
+        return in_channel("'" + leaf + "':'" + value + "'");
+    };
+    const leaf_row rows[] = {
+        {false, config, "frequency", "'193100050'", channel("frequency", "193100050"), "193100050"},
+        {false, config, "target-output-power", "'-3.47'", channel("power", "-347"), "-3.47"},
+        {false, config, "target-output-power", "'-19'", channel("power", "-1900"), "-19.00"},
+        {false, config, "target-output-power", "5.0", channel("power", "500"), "5.00"},
+        {false, config, "target-output-power", "'+00.05'", channel("power", "5"), "0.05"},
+        {false, config, "operational-mode", "5003", channel("operational-mode", "5003"), "5003"},
+        {false, config, "line-port", "'Optics0/1/0/2'", channel("line-port", "Optics0/1/0/2"), "$Optics0/1/0/2"},
+
+        // A legacy platform keeps frequency on a grid of 100 MHz and power in tenths of dBm: the rest is lost.
+        {true, config, "frequency", "'193100099'", in_carrier("1931000"), "193100000"},
+        {true, config, "frequency", "'186100000'", in_carrier("1861000"), "186100000"},
+        {true, config, "frequency", "'196137500'", in_carrier("1961375"), "196137500"},
+        {true, config, "target-output-power", "'-3.47'", in_optics("'optics-transmit-power':-34"), "-3.40"},
+        {true, config, "target-output-power", "'-0.05'", in_optics("'optics-transmit-power':0"), "0.00"},
+        {true, config, "target-output-power", "'5'", in_optics("'optics-transmit-power':50"), "5.00"},
+        {true, config, "operational-mode", "5003", channel("operational-mode", "5003"), "5003"},
+        {true, config, "line-port", "'Optics0/1/0/2'", channel("line-port", "Optics0/1/0/2"), "$Optics0/1/0/2"},
+
+        {false, vendor, "optics-cd-max", "350000", channel("cd-max", "350000"), "350000", true},
+        {false, vendor, "optics-cd-min", "-350000", channel("cd-min", "-350000"), "-350000", true},
+        {false, vendor, "optics-cd-low-threshold", "-12", channel("cd-low-threshold", "-12"), "-12", true},
+        {false, vendor, "optics-cd-high-threshold", "12", channel("cd-high-threshold", "12"), "12", true},
+        {false, vendor, "filter-roll-off-factor", "'0.250'", channel("filter-roll-off-factor", "0.250"), "0.250", true},
+        {false, vendor, "rx-voa-target-power", "-190", channel("rx-voa-target-power", "-190"), "-190", true},
+        {false, vendor, "rx-voa-fixed-ratio", "1700", channel("rx-voa-fixed-ratio", "1700"), "1700", true},
+        {false, vendor, "enh-colorless-mode", "3", channel("enh-colorless-mode", "3"), "3", true},
+        {false, vendor, "enh-sop-tol-mode", "2", channel("enh-sop-tol-mode", "2"), "2", true},
+        {false, vendor, "nleq-compensation", "5", channel("nleq-comp-mode", "5"), "5", true},
+        {false, vendor, "cross-pol-gain-mode", "15", channel("cross-pol-gain-mode", "15"), "15", true},
+        {false, vendor, "cross-pol-weight-mode", "7", channel("cross-pol-weight-mode", "7"), "7", true},
+        {false, vendor, "cpr-win-mode", "4", channel("cpr-win-mode", "4"), "4", true},
+        {false, vendor, "cpr-ext-win-mode", "9", channel("cpr-ext-win-mode", "9"), "9", true},
+
+        // Seven decimals of a baud rate; thresholds in tenths of dBm.
+        {false, vendor, "baud-rate", "'69.4'", in_optics("'optics-baud-rate':'69.4000000'"), "69.4000000"},
+        {false, vendor, "baud-rate", "'69.43621477'", in_optics("'optics-baud-rate':'69.4362148'"), "69.4362148"},
+        {false, vendor, "fastpoll-sop-enable", "'enable'", in_optics("'optics-fastpoll':'enable'"), "enable"},
+        {false, limits, "input-signal-power-lower", "-1239", in_threshold("low", -123), "-1230"},
+        {false, limits, "input-signal-power-lower", "-4000", in_threshold("low", -400), "-4000"},
+        {false, limits, "input-signal-power-upper", "9", in_threshold("high", 0), "0"},
+        {false, limits, "input-signal-power-upper", "3000", in_threshold("high", 300), "3000"},
+    };
+    for (const leaf_row &row : rows)
+        for (const uint32_t router_type : {5u, 7u, 18u, 19u})
+            goes_and_comes(row, router_type);
+}
+
+// The interface's optics come back where there is a terminal device; a legacy platform has nothing of the vendor's.
+TEST(optical_channel, comes_back_as_far_as_the_platform_tells_it) {
+    const std::string frequency = at(place::config, "'frequency':'193100050'");
+    const std::string mode = at(place::config, "'operational-mode':5003");
+    const std::string fastpoll = at(place::extended, "'fastpoll-sop-enable':'enable'");
+    const std::string in_td = in_channel("'frequency':'193100050'"), in_if = in_carrier("1931000");
+    const std::string mode_kept = in_channel("'operational-mode':'5003'"), mode_seen = "config(operational-mode=5003)";
+    const std::string polled = in_optics("'optics-fastpoll':'enable'");
+    const std::string polled_seen = "extended(config(fastpoll-sop-enable=enable))";
     const struct {
-        uint32_t router_type;
-        bool is_legacy;
-        std::string entry; // of the request
-        const char *native_leaf, *native;
-        std::string channel; // what comes back; empty: no component
+        bool terminal_device, legacy;
+        std::string edit, native, channel; // none: no component
     } rows[] = {
-        {18, false, config("'frequency':'193100050'"), CHANNEL "/frequency", "193100050",
-         "config(frequency=193100050)"},
-        {5, false, config("'frequency':'186100000'"), CHANNEL "/frequency", "186100000", "config(frequency=186100000)"},
-        {19, false, config("'frequency':'196137500'"), CHANNEL "/frequency", "196137500", ""},
-        {18, true, config("'frequency':'193100050'"), CARRIER, "1931000", "config(frequency=193100000)"},
-        {7, true, config("'frequency':'196137500'"), CARRIER, "1961375", "config(frequency=196137500)"},
-
-        {18, false, config("'target-output-power':'-3.47'"), CHANNEL "/power", "-347",
-         "config(target-output-power=-3.47)"},
-        {18, false, config("'target-output-power':'-19'"), CHANNEL "/power", "-1900",
-         "config(target-output-power=-19.00)"},
-        {18, false, config("'target-output-power':5.0"), CHANNEL "/power", "500", "config(target-output-power=5.00)"},
-        {18, false, config("'target-output-power':'+00.05'"), CHANNEL "/power", "5",
-         "config(target-output-power=0.05)"},
-        {18, true, config("'target-output-power':'-3.47'"), OPTICS "/optics-transmit-power", "-34",
-         "config(target-output-power=-3.40)"},
-        {18, true, config("'target-output-power':'-0.05'"), OPTICS "/optics-transmit-power", "0",
-         "config(target-output-power=0.00)"},
-
-        {5, false, config("'operational-mode':5003"), CHANNEL "/operational-mode", "5003",
-         "config(operational-mode=5003)"},
-        {5, true, config("'operational-mode':5003"), CHANNEL "/operational-mode", "5003",
-         "config(operational-mode=5003)"},
-        {18, false, config("'line-port':'Optics0/1/0/2'"), CHANNEL "/line-port", "Optics0/1/0/2",
-         "config(line-port=0/1-Optics0/1/0/2)"},
-        {18, true, config("'line-port':'0/1-Optics0/1/0/2'"), CHANNEL "/line-port", "Optics0/1/0/2",
-         "config(line-port=0/1-Optics0/1/0/2)"},
-
-        {18, false, extended("'config':{'nleq-compensation':5}"), CHANNEL "/nleq-comp-mode", "5",
-         "extended(config(nleq-compensation=5))"},
-        {19, false, extended("'config':{'optics-cd-max':-350000}"), CHANNEL "/cd-max", "-350000", ""},
-        {5, false, extended("'config':{'nleq-compensation':5}"), CHANNEL "/nleq-comp-mode", "-", ""},
-        {5, false, extended("'config':{'baud-rate':'69.4'}"), OPTICS "/optics-baud-rate", "69.4000000",
-         "extended(config(baud-rate=69.4000000))"},
-        {5, false, extended("'config':{'fastpoll-sop-enable':'enable'}"), OPTICS "/optics-fastpoll", "enable",
-         "extended(config(fastpoll-sop-enable=enable))"},
-        {5, false, extended("'thresholds':{'config':{'input-signal-power-lower':-1239}}"), LOW, "-123",
-         "extended(thresholds(config(input-signal-power-lower=-1230)))"},
-        {5, false, extended("'thresholds':{'config':{'input-signal-power-upper':3000}}"), HIGH, "300",
-         "extended(thresholds(config(input-signal-power-upper=3000)))"},
-        // A legacy platform has none of the vendor's.
-        {18, true, extended("'config':{'nleq-compensation':5,'baud-rate':'69.4'}"), OPTICS "/optics-baud-rate", "-",
-         ""},
+        {false, false, frequency, in_td, "config(frequency=193100050)"},
+        {true, false, frequency, in_td, "config(frequency=193100050)"},
+        {false, true, frequency, in_if, ""},
+        {true, true, frequency, in_if, "config(frequency=193100000)"},
+        {false, false, mode, mode_kept, mode_seen},
+        {false, true, mode, mode_kept, mode_seen},
+        {false, false, fastpoll, polled, ""},
+        {true, false, fastpoll, polled, polled_seen},
+        {false, true, fastpoll, "", ""},
+        {true, true, fastpoll, "", ""},
     };
     for (const auto &row : rows) {
-        SCOPED_TRACE(row.entry + (row.is_legacy ? " legacy " : " ") + std::to_string(row.router_type));
-        device_road device = platform(row.router_type, row.is_legacy);
-        const edit_result result = device.edit(components(row.entry), row.native_leaf);
-        ASSERT_TRUE(result.is_done()) << result.message << result.error_tag;
-        EXPECT_EQ(result.native, row.native);
-        if (row.router_type != 19) { // names have another form there
-            EXPECT_EQ(device.seen(all), seen(row.channel));
-        }
+        SCOPED_TRACE(row.edit + (row.terminal_device ? " T" : "") + (row.legacy ? " L" : ""));
+        device::description made = road::bare_device(18, row.terminal_device);
+        made.legacy_optical_terminal_device = row.legacy;
+        device_road device(std::move(made));
+        ASSERT_TRUE(device.edit(components(component(name, row.edit))).is_done());
+        const std::string json = json_of(on_router("{'config':{" + row.native + "}}", 18));
+        EXPECT_TRUE(device.held().config == device::parse(json, "expected").config) << device::to_json(device.held());
+        EXPECT_EQ(device.seen(all), seen(row.channel));
     }
 }
 
