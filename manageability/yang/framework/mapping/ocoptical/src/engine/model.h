@@ -28,14 +28,16 @@ struct model_node {
     const char *tag = nullptr;                      // local name; null in an augment entry
     const char *walker = nullptr;                   // name of the node's walker, as traces show it
     const char *list_path = nullptr;                // lists: absolute, without keys
+    const char *leafref_path = nullptr;             // lists: the path at which keys are held against `config`
     node_callback callback = {.node = nullptr};     // none in an augment entry
     zmf_node_fn augments = nullptr;                 // all but leaves: the _parse_augments hook
     const char *native_keys[most_native_keys] = {}; // low side, lists: names of the keys
     const char *ns = nullptr;                       // namespace of the model
     bool names_unknown_tag = false;
-    bool is_state = false; // the `state` child of its parent
-    uint8_t keys = 0;      // high side, lists: number of key leaves
-    uint16_t span = 1;     // rows of the subtree, this one included
+    bool is_state = false;        // the `state` child of its parent
+    bool is_unmapped_key = false; // see model_traits
+    uint8_t keys = 0;             // high side, lists: number of key leaves
+    uint16_t span = 1;            // rows of the subtree, this one included
 };
 
 constexpr bool same_text(const char *a, const char *b) {
@@ -106,6 +108,7 @@ struct model_traits {
     const char *ns;
     bool only_get = false;          // a model of operational data
     bool names_unknown_tag = false; // the trace of an unknown child bears its tag
+    bool has_unmapped_keys = false; // keys refuse like all leaves, and the walk goes on: else no entry could be named
 };
 
 // Rows as a table gives them; `link` fills in the rest.
@@ -128,8 +131,14 @@ consteval model_node list_row(uint8_t depth, const char *tag, const char *walker
             .tag = tag,
             .walker = walker,
             .list_path = list_path,
+            .leafref_path = list_path,
             .callback = {.node = callback},
             .augments = augments};
+}
+
+consteval model_node checked_at(model_node list, const char *leafref_path) {
+    list.leafref_path = leafref_path;
+    return list;
 }
 
 // A native list names its keys, which need no rows of their own.
@@ -154,6 +163,7 @@ consteval std::array<model_node, rows> link(const model_traits &model, std::arra
         model_node &node = table[row];
         node.ns = model.ns;
         node.names_unknown_tag = model.names_unknown_tag;
+        node.is_unmapped_key = model.has_unmapped_keys && node.kind == node_kind::key;
         node.is_state = model.s == side::high && node.depth > 0 && node.tag != nullptr && same_text(node.tag, "state");
         node.only_get = node.only_get || model.only_get || node.is_state;
         for (size_t below = row + 1; below < rows && table[below].depth > node.depth; ++below) {

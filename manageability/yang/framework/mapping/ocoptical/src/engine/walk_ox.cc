@@ -294,7 +294,7 @@ rcode walk_leaf(zmf_map_ctx ctx, const model_node &model, zmf_datatree *node, zm
         }
     }
     WALK_TRACE(TRC("End"));
-    return status;
+    return model.is_unmapped_key && status == RC_UNSUPPORTED_NODE ? RC_OK : status;
 }
 
 // Containers.
@@ -420,7 +420,7 @@ rcode scan_keys(zmf_map_ctx ctx, const model_node &model, zmf_datatree *node, co
             continue;
         }
         if (needs_keys(ctx)) {
-            const rcode status = zmf_map_check_oc_leafref(ctx, model.list_path, "config", key->tag, node);
+            const rcode status = zmf_map_check_oc_leafref(ctx, model.leafref_path, "config", key->tag, node);
             if (status != RC_OK) {
                 WALK_TRACE(ERR("leafref value check fail"));
                 return status;

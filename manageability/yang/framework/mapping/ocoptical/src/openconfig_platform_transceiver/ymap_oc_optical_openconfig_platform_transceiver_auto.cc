@@ -1,0 +1,10 @@
+// Default callbacks of openconfig-platform-transceiver, and its duck_map hooks.
+#include "openconfig_platform_transceiver/ymap_oc_optical_openconfig_platform_transceiver.h"
+
+#include "engine/callback.h"
+
+using namespace ocoptical;
+
+#define OC_BINDING OC_EXPORT_WEAK
+#define OC_SIDE high
+#include "engine/readings/callbacks.inc"
