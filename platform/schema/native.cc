@@ -25,6 +25,7 @@ constexpr module_row modules[] = {
     {"openconfig-platform", ZMF_NS_OC_PLATFORM},
     {"openconfig-platform-transceiver", ZMF_NS_OC_PLATFORM_TRANSCEIVER},
     {"openconfig-if-ethernet", ZMF_NS_OC_IF_ETHERNET},
+    {"openconfig-interfaces", interfaces_ns},
     {"openconfig-transport-types", ZMF_NS_OC_TRANSPORT_TYPES},
     {"ietf-netconf", "urn:ietf:params:xml:ns:netconf:base:1.0"},
     NATIVE("Corvane-openconfig-terminal-device-ext"),

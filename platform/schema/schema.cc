@@ -35,15 +35,16 @@ struct row {
 #define LEAF_LIST(depth, tag, name, value) ROW(depth, leaf_list, false, true, value, tag, CALLBACK("leaf", name))
 #define STATS(depth, tag, name, stem)                                                                                  \
     CONT(depth, tag, name)                                                                                             \
-    LEAF(depth + 1, "instant", lvla_##stem##_instant, decimal64)                                                       \
-    LEAF(depth + 1, "avg", lvla_##stem##_avg, decimal64)                                                               \
-    LEAF(depth + 1, "min", lvla_##stem##_min, decimal64)                                                               \
-    LEAF(depth + 1, "max", lvla_##stem##_max, decimal64)                                                               \
-    LEAF(depth + 1, "interval", lvla_##stem##_interval, integer64)                                                     \
-    LEAF(depth + 1, "min-time", lvla_##stem##_mintime, integer64)                                                      \
-    LEAF(depth + 1, "max-time", lvla_##stem##_maxtime, integer64)
+    LEAF(depth + 1, "instant", stem##_instant, decimal64)                                                              \
+    LEAF(depth + 1, "avg", stem##_avg, decimal64)                                                                      \
+    LEAF(depth + 1, "min", stem##_min, decimal64)                                                                      \
+    LEAF(depth + 1, "max", stem##_max, decimal64)                                                                      \
+    LEAF(depth + 1, "interval", stem##_interval, integer64)                                                            \
+    LEAF(depth + 1, "min-time", stem##_mintime, integer64)                                                             \
+    LEAF(depth + 1, "max-time", stem##_maxtime, integer64)
 
 #define TERMINAL_DEVICE "openconfig-terminal-device"
+#define TRANSCEIVER "openconfig-platform-transceiver"
 #define DEPTH 0
 #define MODULE TERMINAL_DEVICE
 #define NS ZMF_NS_OC_TERMINAL_DEVICE
@@ -85,6 +86,49 @@ constexpr row components[] = {
 #undef NS
 #undef MODULE
 #undef DEPTH
+
+#define DEPTH 2
+#define MODULE TRANSCEIVER
+#define NS ZMF_NS_OC_PLATFORM_TRANSCEIVER
+#define CALLBACKS "openconfigplatformtransceiver"
+#include "openconfig_platform_transceiver.def"
+#undef CALLBACKS
+#undef NS
+#undef MODULE
+#undef DEPTH
+};
+
+#define INTERFACES "openconfig-interfaces"
+constexpr row interfaces[] = {
+#define DEPTH 0
+#define MODULE INTERFACES
+#define NS interfaces_ns
+#define CALLBACKS "openconfiginterfaces"
+#include "openconfig_interfaces.def"
+#undef CALLBACKS
+#undef NS
+#undef MODULE
+#undef DEPTH
+
+#define DEPTH 3
+#define MODULE TRANSCEIVER
+#define NS ZMF_NS_OC_PLATFORM_TRANSCEIVER
+#define CALLBACKS "openconfigplatformtransceiver"
+#include "openconfig_platform_transceiver_state.def"
+#undef CALLBACKS
+#undef NS
+#undef MODULE
+#undef DEPTH
+
+#define DEPTH 2
+#define MODULE "openconfig-if-ethernet"
+#define NS ZMF_NS_OC_IF_ETHERNET
+#define CALLBACKS "openconfigifethernet"
+#include "openconfig_if_ethernet.def"
+#undef CALLBACKS
+#undef NS
+#undef MODULE
+#undef DEPTH
 };
 
 // The first row that cannot stand where it stands; the number of rows when all can.
@@ -112,14 +156,15 @@ consteval size_t count_of(const row (&rows)[count], kind what) {
 }
 
 consteval size_t count_of(kind what) {
-    return count_of(terminal_device, what) + count_of(components, what);
+    return count_of(terminal_device, what) + count_of(components, what) + count_of(interfaces, what);
 }
 
 static_assert(first_faulty(terminal_device) == std::size(terminal_device));
 static_assert(first_faulty(components) == std::size(components));
-static_assert(count_of(kind::container) == 54);
-static_assert(count_of(kind::list) == 6);
-static_assert(count_of(kind::leaf) + count_of(kind::leaf_list) == 244);
+static_assert(first_faulty(interfaces) == std::size(interfaces));
+static_assert(count_of(kind::container) == 109);
+static_assert(count_of(kind::list) == 10);
+static_assert(count_of(kind::leaf) + count_of(kind::leaf_list) == 401);
 
 template <size_t count>
 struct linked {
@@ -156,11 +201,14 @@ consteval linked<count> link(const row (&rows)[count], const node *nodes) {
 constexpr linked<std::size(terminal_device)> terminal_device_tree = link(terminal_device, terminal_device_tree.nodes);
 constexpr linked<std::size(components)> components_tree = link(components, components_tree.nodes);
 
+constexpr linked<std::size(interfaces)> interfaces_tree = link(interfaces, interfaces_tree.nodes);
+
 constexpr model model_rows[] = {
     {TERMINAL_DEVICE, ZMF_NS_OC_TERMINAL_DEVICE, "ymap_ox_oc_optical_openconfigterminaldevice_lvla_terminaldevice",
      terminal_device_tree.nodes},
-    {PLATFORM, ZMF_NS_OC_PLATFORM, "ymap_ox_oc_optical_openconfigterminaldevice_augment_lvla_component",
-     components_tree.nodes},
+    {PLATFORM, ZMF_NS_OC_PLATFORM, "ymap_ox_oc_optical_openconfigplatform_lvla_components", components_tree.nodes},
+    {INTERFACES, interfaces_ns, "ymap_ox_oc_optical_openconfigifethernet_augment_lvla_interface",
+     interfaces_tree.nodes},
 };
 
 struct child_name {

@@ -8,6 +8,8 @@
 
 namespace schema {
 
+inline constexpr char interfaces_ns[] = "http://openconfig.net/yang/interfaces"; // no namespace of the plug-in's
+
 enum class kind : uint8_t { container, list, leaf, leaf_list };
 // `hundredths` is decimal64 to a client, and hundredths of it, without a point, to the plug-in.
 enum class type : uint8_t {
@@ -38,8 +40,8 @@ struct node {
     uint32_t end;         // index one past the subtree
 };
 
-// One OpenConfig tree, with what other modules add to it, and the exported walker that takes its top node (in the tree
-// of `components`: what is added to a component).
+// One OpenConfig tree, with what other modules add to it, and the exported walker that takes its top node (of
+// `interfaces` the plug-in takes only what is added to an interface).
 struct model {
     const char *module;
     const char *ns;

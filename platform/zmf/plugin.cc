@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "component_road.h"
+#include "interface_road.h"
 #include "pouch/registry.h"
 #include "schema/schema.h"
 #include "session_body.h"
@@ -60,6 +61,13 @@ const schema::model &root_for(const zmf_datatree &top) {
                        std::string(text_or_empty(top.ns)) + "\""};
 }
 
+using road_fn = rcode (*)(const plugin &, session &, zmf_datatree &, output_tree &);
+
+// Top nodes that are walked entry by entry; null: by its root as it stands.
+road_fn road_of(std::string_view top_tag) {
+    return top_tag == "components" ? walk_components : top_tag == "interfaces" ? walk_interfaces : nullptr;
+}
+
 bool takes(const up_root &root, const zmf_datatree &top) {
     const char *ns = schema::ns_of_module(root.module);
     return ns != nullptr && text_or_empty(top.tag) == root.tag && text_or_empty(top.ns) == ns;
@@ -108,9 +116,9 @@ rcode plugin::down(session &s, const fixed_tree &request, output_tree &out) cons
             s.reset();
         zmf_datatree &top = request.tops()[i];
         s.internals()->walked_top = &top;
-        const bool has_entries = std::string_view(top.tag) == "components";
+        const auto by_entries = road_of(top.tag);
         const rcode status =
-            has_entries ? walk_components(*this, s, top, out) : roots[i](s.context(), &top, out.root());
+            by_entries != nullptr ? by_entries(*this, s, top, out) : roots[i](s.context(), &top, out.root());
         if (status != RC_OK)
             return status;
     }

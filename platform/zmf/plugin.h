@@ -19,8 +19,8 @@ public:
     void *symbol(const char *name) const noexcept;            // null: not exported
     zmf_node_fn node_function(const std::string &name) const; // throws plugin_error naming the missing function
 
-    // Walks each top node by the root of its model, `components` by what the plug-in has for the children of a
-    // component (component_road.h), in order, and stops at the first status that is not 0. Top nodes are those of
+    // Walks each top node by the root of its model, `components` and `interfaces` entry by entry (component_road.h,
+    // interface_road.h), in order, and stops at the first status that is not 0. Top nodes are those of
     // schema::root_of; others are refused before the walk (throws plugin_error).
     rcode down(session &s, const fixed_tree &request, output_tree &out) const;
 

@@ -83,6 +83,12 @@ private:
     size_t left_ = 0, bytes_ = 0;
 };
 
+// Nodes that a road of entries makes beside those of the request. They stand here, since a failure may be told of them.
+struct made_nodes {
+    zmf_datatree top{}, entry{}, child{};
+    std::deque<std::vector<zmf_datatree>> arrays; // of children
+};
+
 struct session::body {
     explicit body(uint32_t op_type);
     ~body();
@@ -123,7 +129,7 @@ struct session::body {
     child_finder children;
 
     grown_arrays added_keys;
-    zmf_datatree meant_entry{}, meant_child{}; // what a read of components means without naming it
+    made_nodes made;
     text_table added_tags;
     text_arena added_values;
 
