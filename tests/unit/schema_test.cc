@@ -13,7 +13,9 @@ namespace {
 
 // The node at "terminal-device/logical-channels", or null.
 const schema::node *node_at(const std::string &path) {
-    const schema::model &model = schema::models()[path.starts_with("components") ? 1 : 0];
+    const schema::model &model = schema::models()[path.starts_with("components")   ? 1
+                                                  : path.starts_with("interfaces") ? 2
+                                                                                   : 0];
     const schema::node *found = nullptr;
     std::istringstream steps(path);
     for (std::string step; std::getline(steps, step, '/');) {
@@ -51,6 +53,11 @@ TEST(schema, finds_nodes_by_path_and_knows_what_they_are) {
          type::integer},
         {CHANNEL "/ingress/config/physical-channel", kind::leaf_list, false, true, type::integer},
         {CHANNEL "/logical-channel-assignments/assignment/config/allocation", kind::leaf, false, true, type::decimal64},
+        {"components/component/properties/property/name", kind::leaf, true, true, type::string},
+        {"components/component/state/temperature/alarm-severity", kind::leaf, false, false, type::identity},
+        {"components/component/transceiver/config/enabled", kind::leaf, false, true, type::boolean},
+        {"interfaces/interface/state/physical-channel", kind::leaf_list, false, false, type::integer},
+        {"interfaces/interface/ethernet/state/counters", kind::container, false, false, type::none},
         {"terminal-device/operational-modes", kind::container, false, true, type::none},
         {"terminal-device/operational-modes/mode/config", kind::container, false, false, type::none},
     };
@@ -67,7 +74,7 @@ TEST(schema, finds_nodes_by_path_and_knows_what_they_are) {
         EXPECT_EQ(node_at(path), nullptr) << path;
 }
 
-TEST(schema, has_what_other_models_add_to_a_component_in_its_place) {
+TEST(schema, has_what_other_models_add_in_its_place) {
     const struct {
         const char *path, *module, *ns, *callback;
     } rows[] = {
@@ -80,6 +87,13 @@ TEST(schema, has_what_other_models_add_to_a_component_in_its_place) {
         {OPTICAL "/extended/thresholds/state/input-signal-power-upper", "Corvane-openconfig-terminal-device-ext",
          "urn:corvane:yang:Corvane-openconfig-terminal-device-ext",
          "corvaneopenconfigterminaldeviceext_leaf_lvla_extended_state_inputsignalpowerupper"},
+        {"components/component/transceiver/physical-channels/channel/state/output-power/avg",
+         "openconfig-platform-transceiver", "http://openconfig.net/yang/platform/transceiver",
+         "openconfigplatformtransceiver_leaf_lvlb_transceiver_outputpower_avg"},
+        {"interfaces/interface/state/transceiver", "openconfig-platform-transceiver",
+         "http://openconfig.net/yang/platform/transceiver", "openconfigplatformtransceiver_leaf_lvla_transceiver"},
+        {"interfaces/interface/ethernet/config/port-speed", "openconfig-if-ethernet",
+         "http://openconfig.net/yang/interfaces/ethernet", "openconfigifethernet_leaf_lvla_ethernet_config_portspeed"},
     };
     for (const auto &row : rows) {
         const schema::node *node = node_at(row.path);
