@@ -171,9 +171,13 @@ TEST(several_top_nodes, add_what_each_adds_and_are_refused_together) {
 TEST(component, has_its_other_children_walked_beside_the_optical_channel) {
     const std::string alone = walk(get, request({components("{'name':'0/1-OpticalChannel0/1/0/2'}")})).added;
     EXPECT_NE(alone, "");
-    for (const std::string more :
-         {"'config':{}", "'state':{'memory':{}}", "'" TRANSCEIVER "transceiver':{}",
-          "'config':{'name':'0/1-OpticalChannel0/1/0/2'}", "'strange':{}", "'state':{'x':null}"})
+    const char *const others[] = {"'config':{}",
+                                  "'state':{'memory':{}}",
+                                  "'openconfig-platform-transceiver:transceiver':{}",
+                                  "'config':{'name':'0/1-OpticalChannel0/1/0/2'}",
+                                  "'strange':{}",
+                                  "'state':{'x':null}"};
+    for (const std::string more : others)
         EXPECT_EQ(walk(get, request({components("{'name':'0/1-OpticalChannel0/1/0/2'," + more + "}")})).added, alone)
             << more;
 }
