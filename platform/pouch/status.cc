@@ -59,7 +59,12 @@ constexpr sentence_row sentences[] = {
 
 } // namespace
 
-const char *rcode_strerror(rcode status) {
+const char *pouch::sentence(rcode status) {
     const auto *const found = std::ranges::find(sentences, status, &sentence_row::status);
-    return found == std::end(sentences) ? "unknown status" : found->sentence;
+    return found == std::end(sentences) ? nullptr : found->sentence;
+}
+
+const char *rcode_strerror(rcode status) {
+    const char *known = pouch::sentence(status);
+    return known == nullptr ? "unknown status" : known;
 }

@@ -6,6 +6,8 @@
 
 namespace pouch {
 
+const char *sentence(rcode status); // those of zmf.h too; null: unknown
+
 // Registration.
 inline constexpr rcode rc_already_open = 0x5a490100u;
 inline constexpr rcode rc_not_open = 0x5a490200u;

@@ -55,16 +55,21 @@ edit_result device_road::edit(const std::string &request, const char *native_lea
 }
 
 void device_road::read(zmf::output_tree &reply) {
-    read(ocmap::read_request(R"({"openconfig-terminal-device:terminal-device":{}})", ocmap::format::json, true), reply);
+    read(OP_GET_CONFIG,
+         ocmap::read_request(R"({"openconfig-terminal-device:terminal-device":{}})", ocmap::format::json, true), reply);
 }
 
-void device_road::read(const zmf::fixed_tree &request, zmf::output_tree &reply) {
+void device_road::read(uint32_t op_type, const zmf::fixed_tree &request, zmf::output_tree &reply) {
     become(store_.held());
-    zmf::session session(OP_GET_CONFIG);
+    const bool with_operational = op_type == OP_GET;
+    zmf::session session(op_type);
     zmf::output_tree native;
-    if (plugin().down(session, request, native) != RC_OK ||
-        plugin().up(session, store_.answer(native, false), reply, false) != RC_OK)
-        throw std::runtime_error("the configuration cannot be read");
+    rcode status = plugin().down(session, request, native);
+    if (status == RC_OK)
+        status = plugin().up(session, store_.answer(native, with_operational), reply, with_operational);
+    if (status != RC_OK)
+        throw std::runtime_error("the device cannot be read: " + zmf::status_name(status) + " " +
+                                 session.describe(status).path);
 }
 
 std::string device_road::channels() {
@@ -82,13 +87,15 @@ std::string device_road::channels() {
     return writer.text.substr(before.size(), writer.text.size() - before.size() - after.size());
 }
 
-std::string device_road::seen(const std::string &request) {
+std::string device_road::seen(const std::string &request, uint32_t op_type) {
     const zmf::fixed_tree tree = ocmap::read_request(request, ocmap::format::json, true);
     const ocmap::client_filter asked(tree);
     zmf::output_tree reply;
-    read(tree, reply);
+    read(op_type, tree, reply);
+    missing_.clear();
+    const auto told = narrowed(reply, asked, [this](zmf::output_node leaf) { missing_.push_back(leaf.tag()); });
     shown::reply writer;
-    ocmap::tell_reply(reply, ocmap::narrowed(reply, asked, [](zmf::output_node) {}), writer);
+    ocmap::tell_reply(reply, told, writer);
     return writer.text;
 }
 

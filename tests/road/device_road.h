@@ -1,4 +1,4 @@
-// A device with the plug-in in front of it: OpenConfig edits go down onto it, and its configuration comes up.
+// A device with the plug-in in front of it: OpenConfig edits go down onto it, and its configuration and state come up.
 #pragma once
 
 #include <string>
@@ -29,16 +29,18 @@ public:
     std::string channels();
     // The value of one leaf of it, "-" if it has none or is not there.
     std::string value(const std::string &path);
-    std::vector<std::string> leaves_without_value(); // their tags, in the last reply
+    std::vector<std::string> leaves_without_value(); // their tags, in the last reply of channels() or seen()
 
-    // What a client sees of the configuration that a JSON request chooses, on one line.
-    std::string seen(const std::string &request);
+    // What a client sees of what a JSON request chooses, on one line: configuration, or state too in an OP_GET.
+    std::string seen(const std::string &request, uint32_t op_type = OP_GET_CONFIG);
+
+    // Down, answer and up, before anything is narrowed. Throws std::runtime_error if a walk fails.
+    void read(uint32_t op_type, const zmf::fixed_tree &request, zmf::output_tree &reply);
 
     const device::description &held() const { return store_.held(); }
 
 private:
-    void read(const zmf::fixed_tree &request, zmf::output_tree &reply);
-    void read(zmf::output_tree &reply); // below terminal-device
+    void read(zmf::output_tree &reply); // configuration below terminal-device
 
     device::store store_;
     std::vector<std::string> missing_;

@@ -9,6 +9,7 @@
 #include <CLI/CLI.hpp>
 
 #include "plugin_file.h"
+#include "pouch/status.h"
 #include "reply.h"
 #include "report.h"
 
@@ -109,7 +110,7 @@ void road::down(zmf::session &session, const request_file &request, size_t filte
     if (status == zmf::rc_too_big)
         failure.message = "the native tree outgrows the memory that a request of this size is given";
     if (status == RC_INVALID_ARGUMENTS && is_read(session))
-        failure.message = "no channel, or one of a kind that does not have this";
+        failure.message = "the channel is not there, or is of a kind that does not have this";
     throw walk_failure{std::move(failure)};
 }
 
@@ -118,7 +119,11 @@ void road::up(zmf::session &session, const zmf::fixed_tree &native, bool with_op
     if (status == RC_OK)
         return;
     out.finish();
-    throw walk_failure{session.describe(status)};
+    zmf::failure failure = session.describe(status);
+    const char *known = pouch::sentence(status);
+    if (failure.message.empty() && known != nullptr)
+        failure.message = known;
+    throw walk_failure{std::move(failure)};
 }
 
 void road::read(zmf::session &session, const request_file &request, size_t filter_bytes, zmf::output_tree &reply) {
