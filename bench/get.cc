@@ -11,8 +11,6 @@
 
 #include "apart.h"
 
-extern char **environ;
-
 namespace {
 
 constexpr int runs = 20;
@@ -27,11 +25,8 @@ constexpr top_row tops[] = {
 };
 
 double run_host(const std::string &request_file) {
-    std::vector<std::string> words{OCMAP_HOST, "get", "--calls", request_file};
-    std::vector<char *> arguments;
-    for (std::string &word : words)
-        arguments.push_back(word.data());
-    arguments.push_back(nullptr);
+    std::string words[] = {OCMAP_HOST, "get", "--calls", request_file};
+    char *const arguments[] = {words[0].data(), words[1].data(), words[2].data(), words[3].data(), nullptr};
     posix_spawn_file_actions_t wires;
     posix_spawn_file_actions_init(&wires);
     posix_spawn_file_actions_addopen(&wires, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
@@ -39,8 +34,8 @@ double run_host(const std::string &request_file) {
     const double start = bench::now();
     pid_t host = 0;
     int status = 0;
-    if (posix_spawn(&host, OCMAP_HOST, &wires, nullptr, arguments.data(), environ) != 0 ||
-        waitpid(host, &status, 0) != host || status != 0)
+    if (posix_spawn(&host, OCMAP_HOST, &wires, nullptr, arguments, environ) != 0 || waitpid(host, &status, 0) != host ||
+        status != 0)
         bench::give_up("the host fails");
     const double seconds = bench::now() - start;
     posix_spawn_file_actions_destroy(&wires);
@@ -57,9 +52,9 @@ int main() {
     close(descriptor);
     for (const top_row &top : tops) {
         std::ofstream(request_file) << top.request;
-        std::vector<double> seconds;
-        for (int run = 0; run < runs; ++run)
-            seconds.push_back(run_host(request_file));
+        std::vector<double> seconds(runs);
+        for (double &each : seconds)
+            each = run_host(request_file);
         std::printf("get of %s with its calls: %.1f ms (median of %d)\n", top.name, bench::median(seconds) * 1e3, runs);
     }
     unlink(request_file.c_str());

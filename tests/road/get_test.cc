@@ -91,8 +91,8 @@ TEST(get, tells_the_state_of_each_carrier) {
          in_channels(channel_with_states(310, "admin-state=DISABLED loopback-mode=TERMINAL link-state=DOWN"))},
         {channels("{'index':201," + three_states + "}"), in_channels(odu)},
         {channels("{'index':102," + three_states + "}"), in_channels(ethernet)},
-        {channels("{'index':201," + three_states + "},{'index':102," + three_states + "},{'index':301," +
-                  three_states + "}"),
+        {channels("{'index':201," + three_states + "},{'index':102," + three_states + "},{'index':301," + three_states +
+                  "}"),
          in_channels(coherent + " " + odu + " " + ethernet)},
         // Nobody reports anything of the second.
         {channels("{'index':102," + three_states + "},{'index':103," + three_states + "}"), in_channels(ethernet)},
@@ -105,7 +105,8 @@ TEST(get, tells_the_state_of_each_carrier) {
         // The value goes down with the request, and tests what comes up.
         {channels("{'index':301,'state':{'admin-state':'MAINT','link-state':null}}"),
          in_channels(channel_with_states(301, "admin-state=MAINT link-state=UP"))},
-        {channels("{'index':201,'state':{'admin-state':'MAINT','link-state':null}}"), in_channels("channel(index=201)")},
+        {channels("{'index':201,'state':{'admin-state':'MAINT','link-state':null}}"),
+         in_channels("channel(index=201)")},
         {channels("{'index':101,'ethernet':{'state':{'client-als':null,'als-delay':null}}}"),
          in_channels("channel(index=101 ethernet(state(client-als=LASER_SHUTDOWN als-delay=100)))")},
         {channels("{'index':301,'otn':{'state':{'tti-msg-recv':null}}}"),
@@ -152,8 +153,9 @@ TEST(get, goes_by_what_the_device_can_do) {
 
     // A line port of these routers is one that a component stands for, and no controller is.
     device_road other(lab_with({{"'router-type': 5", "'router-type': 18"}}));
-    EXPECT_EQ(other.seen(power_of("0/0-OpticalChannel0/0/0/13"), OP_GET),
-              "components(component(name=0/0-OpticalChannel0/0/0/13 optical-channel(state(target-output-power=-1.52))))");
+    EXPECT_EQ(
+        other.seen(power_of("0/0-OpticalChannel0/0/0/13"), OP_GET),
+        "components(component(name=0/0-OpticalChannel0/0/0/13 optical-channel(state(target-output-power=-1.52))))");
     EXPECT_EQ(other.seen(power_of("0/0-OpticalChannel0/0/0/12"), OP_GET), "");
 
     // Without the state store no channel is known to be in maintenance.
@@ -168,13 +170,13 @@ TEST(get, of_configuration_asks_for_no_state) {
     EXPECT_EQ(device.seen(request, OP_GET), in_channels("channel(index=301 state(description=line of ring 7 "
                                                         "link-state=UP))"));
     EXPECT_EQ(device.seen(request, OP_GET_CONFIG), in_channels("channel(index=301)"));
-    EXPECT_EQ(device.seen(line("'state':{}"), OP_GET_CONFIG), "components(component(" +
-                                                                  std::string("name=0/0-OpticalChannel0/0/0/13))"));
+    EXPECT_EQ(device.seen(line("'state':{}"), OP_GET_CONFIG),
+              "components(component(" + std::string("name=0/0-OpticalChannel0/0/0/13))"));
 }
 
-// Subtree filtering as RFC 6241 tells it in section 6.2, node by node: what a filter selects of a tree is marked. As the
-// host promises beside it, entries come with their keys, and nothing is told of entries without keys, of leaves without
-// value, or of containers with nothing in them.
+// Subtree filtering as RFC 6241 tells it in section 6.2, node by node: what a filter selects of a tree is marked. As
+// the host promises beside it, entries come with their keys, and nothing is told of entries without keys, of leaves
+// without value, or of containers with nothing in them.
 class subtree_filter {
 public:
     explicit subtree_filter(const zmf::fixed_tree &filter) {
@@ -320,7 +322,8 @@ const std::vector<filter_row> &filter_rows() {
         {channels("{'state':{'link-state':'UP','loopback-mode':null}}"), true},
         {channels("{'state':{'link-state':'UP','admin-state':'MAINT'}}"), false},
         {channels("{'index':301,'state':{'link-state':null},'config':{}},{'state':{'loopback-mode':null}}"), true},
-        {channels("{'index':301,'logical-channel-assignments':{'assignment':[{'index':1,'state':{}}]},'otn':{}}"), true},
+        {channels("{'index':301,'logical-channel-assignments':{'assignment':[{'index':1,'state':{}}]},'otn':{}}"),
+         true},
         {channels("{'index':301,'openconfig-platform:state':{}}"), false},
         {json_of("{'openconfig-terminal-device:terminal-device':{'operational-modes':{'mode':[{'state':"
                  "{'vendor-id':'Corvane','description':null}},{'mode-id':5017}]}}}"),
@@ -408,24 +411,49 @@ TEST(get, warns_of_values_that_no_conversion_takes) {
     const std::string states = channels("{'index':300," + three_states + "}");
     const auto shown = [](const std::string &leaves) { return in_channels(channel_with_states(300, leaves)); };
     const odd_row rows[] = {
-        {"a state and a loopback of no table", down, in_place("lost", "odd"), states, shown("link-state=DOWN"),
+        {"a state and a loopback of no table",
+         down,
+         in_place("lost", "odd"),
+         states,
+         shown("link-state=DOWN"),
          {"admin-state", "loopback-mode"}},
-        {"a state that is to be ignored", down, in_place("not-ready", "external"), states,
-         shown("admin-state=__ignore__ loopback-mode=NONE link-state=DOWN"), {}},
-        {"a link that is neither up nor down", "'oper-state-up': 'true'", "'oper-state-up': 'dunno'",
+        {"a state that is to be ignored",
+         down,
+         in_place("not-ready", "external"),
+         states,
+         shown("admin-state=__ignore__ loopback-mode=NONE link-state=DOWN"),
+         {}},
+        {"a link that is neither up nor down",
+         "'oper-state-up': 'true'",
+         "'oper-state-up': 'dunno'",
          channels("{'index':101,'state':{'link-state':null,'loopback-mode':null}}"),
-         in_channels(channel_with_states(101, "loopback-mode=NONE")), {}},
-        {"an unknown squelch, an empty time", "'laser-squelch-enabled': 'true'", "'laser-squelch-enabled': 'maybe'",
+         in_channels(channel_with_states(101, "loopback-mode=NONE")),
+         {}},
+        {"an unknown squelch, an empty time",
+         "'laser-squelch-enabled': 'true'",
+         "'laser-squelch-enabled': 'maybe'",
          channels("{'index':101,'ethernet':{'state':{'client-als':null,'als-delay':null}}}"),
-         in_channels("channel(index=101 ethernet(state(als-delay=100)))"), {"client-als"}},
-        {"empty numbers", "'cd-max': '70000'", "'cd-max': ''",
-         line("'Corvane-openconfig-terminal-device-ext:extended':{'state':{'optics-cd-max':null,'optics-cd-min':null}}"),
-         in_line("extended(state(optics-cd-min=-70000))"), {"optics-cd-max"}},
-        {"powers that are no numbers", "'transmit-power': '-152'", "'transmit-power': 'dark'",
-         line("'state':{'target-output-power':null}"), in_line("state(target-output-power=0.00)"), {}},
-        {"an empty text", "'full-tti-ascii-string': 'east-13'", "'full-tti-ascii-string': ''",
+         in_channels("channel(index=101 ethernet(state(als-delay=100)))"),
+         {"client-als"}},
+        {"empty numbers",
+         "'cd-max': '70000'",
+         "'cd-max': ''",
+         line(
+             "'Corvane-openconfig-terminal-device-ext:extended':{'state':{'optics-cd-max':null,'optics-cd-min':null}}"),
+         in_line("extended(state(optics-cd-min=-70000))"),
+         {"optics-cd-max"}},
+        {"powers that are no numbers",
+         "'transmit-power': '-152'",
+         "'transmit-power': 'dark'",
+         line("'state':{'target-output-power':null}"),
+         in_line("state(target-output-power=0.00)"),
+         {}},
+        {"an empty text",
+         "'full-tti-ascii-string': 'east-13'",
+         "'full-tti-ascii-string': ''",
          channels("{'index':301,'otn':{'state':{'tti-msg-recv':null}}}"),
-         in_channels("channel(index=301 otn(state(tti-msg-recv=)))"), {}},
+         in_channels("channel(index=301 otn(state(tti-msg-recv=)))"),
+         {}},
     };
     for (const odd_row &row : rows) {
         device_road device(lab_with({{row.before, row.after}}));
@@ -442,8 +470,9 @@ TEST(get, is_a_command) {
     EXPECT_NE(json.out.find(R"("admin-state": "MAINT")"), std::string::npos) << json.out;
     EXPECT_EQ(json.err, "");
     const outcome xml = run_host({"get", "--format", "xml", "--calls", request});
-    EXPECT_NE(xml.out.find("add /otu/controllers/controller/info/state ns=Corvane-controller-otu-oper value=\"disabled\""),
-              std::string::npos)
+    EXPECT_NE(
+        xml.out.find("add /otu/controllers/controller/info/state ns=Corvane-controller-otu-oper value=\"disabled\""),
+        std::string::npos)
         << xml.out;
     EXPECT_NE(xml.out.find("<admin-state>MAINT</admin-state>"), std::string::npos) << xml.out;
     const outcome configuration = run_host({"get-config", request});
