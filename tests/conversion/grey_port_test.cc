@@ -1,63 +1,38 @@
 // The grey test of a line port: the library that may be missing, the item that may be, and bytes that do not decode.
-#include <cstring>
 #include <string>
 
-#include <fcntl.h>
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include "exported.h"
 #include "hardware/hardware.h"
-#include "pouch.h"
-#include "pouch/fields.h"
-#include "pouch/registry.h"
-#include "records/catalogue.h"
+#include "state_store_items.h"
 #include "statedb/state_store.h"
 #include "zmf/session.h"
 
 namespace {
 
-bool library_is_there = false;
-int times_asked = 0;
-
-} // namespace
-
-// The plug-in's objects stand in this program, so their question for the library comes here.
-extern "C" int access(const char *name, int mode) noexcept {
-    if (std::strcmp(name, "/pkg/lib/libstatedb.so") != 0) {
-        return faccessat(AT_FDCWD, name, mode, 0);
-    }
-    ++times_asked;
-    return library_is_there && mode == R_OK ? 0 : -1;
-}
-
-namespace {
+using namespace state_store_items;
 
 constexpr char item[] = "/oper/optics/if/Optics0_1_0_2/optics_info";
 constexpr char port[] = "Optics0/1/0/2";
 
 std::string record_with(const char *optics_type) {
-    pouch::value record;
-    record.what = pouch::value::kind::record;
-    pouch::member field;
-    field.name = "OpticsType";
-    field.what.what = pouch::value::kind::number;
-    field.what.text = optics_type;
-    record.members.push_back(field);
-    return pouch::encode_fields(*pouch::find_type("optics_edm_info"), record);
+    return state_store_items::record_with("optics_edm_info", "OpticsType", optics_type);
 }
 
 class grey_port : public testing::Test {
 protected:
     void SetUp() override {
-        static const rcode registered = pouch_register_all_optics_ui_pouchs();
-        ASSERT_EQ(registered, RC_OK);
+        register_records();
+        bindings_ = statedb::open_bindings();
         hardware::current() = {};
         hardware::current().state_store_installed = true;
         statedb_available = 0;
         library_is_there = true;
     }
-    void TearDown() override { EXPECT_EQ(statedb::open_bindings(), 0u); }
+    void TearDown() override { EXPECT_EQ(statedb::open_bindings(), bindings_); }
+
+    size_t bindings_ = 0;
 
     rcode ask(const char *name = port) {
         zmf::session session(OP_GET);
