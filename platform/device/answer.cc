@@ -50,12 +50,14 @@ struct selection {
 // Reads a request.
 class selector {
 public:
-    explicit selector(bool with_operational) : with_operational_(with_operational) {}
+    selector(bool with_operational, bool with_flex_bins)
+        : with_operational_(with_operational),
+          left_out_(with_flex_bins ? nullptr : schema::native_child(nullptr, "performance-management")) {}
 
     void select_below(output_node parent, const native_node *place, selection &into) {
         for (output_node each = parent.first_child(); each; each = each.next_sibling())
             if (const native_node *node = schema::native_child(place, each.tag());
-                node != nullptr && !node->is_key && (node->is_config || with_operational_))
+                node != nullptr && !node->is_key && node != left_out_ && (node->is_config || with_operational_))
                 select(each, node, into);
     }
 
@@ -114,6 +116,7 @@ private:
     }
 
     bool with_operational_;
+    const native_node *left_out_; // what the device does not keep
 };
 
 using selections = std::vector<const selection *>;
@@ -176,7 +179,7 @@ private:
         }
         const unsigned all_keys = (1u << schema::native_keys(list.node).size()) - 1;
 
-        if (!is_whole && filters.size() == 1 && has_only(*filters.front(), all_keys)) {
+        if (!is_whole && all_keys != 0 && filters.size() == 1 && has_only(*filters.front(), all_keys)) {
             for (const auto &[key, selected] : filters.front()->by_given_keys.at(all_keys))
                 if (const auto entry = list.entries.find(key); entry != list.entries.end())
                     answer_entry(*list.node, *entry, {&selected}, arrive);
@@ -245,7 +248,7 @@ private:
 
 zmf::fixed_tree store::answer(const zmf::output_tree &native_request, bool with_operational) const {
     selection asked;
-    selector(with_operational).select_below(native_request.top(), nullptr, asked);
+    selector(with_operational, held_.flex_bins).select_below(native_request.top(), nullptr, asked);
     asked.settle();
     zmf::tree_builder answered;
     answerer to(answered);

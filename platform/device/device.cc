@@ -143,6 +143,7 @@ private:
         {"router-type", shape::number, &description::router_type, nullptr},
         {"optical-terminal-device", shape::flag, nullptr, &description::optical_terminal_device},
         {"legacy-optical-terminal-device", shape::flag, nullptr, &description::legacy_optical_terminal_device},
+        {"flex-bins", shape::flag, nullptr, &description::flex_bins},
         {"channels", shape::names_by_channel, nullptr, nullptr},
         {"interface-registry", shape::flag, nullptr, &description::interface_registry},
         {"interfaces", shape::names, nullptr, nullptr},

@@ -17,6 +17,7 @@ struct description {
     uint32_t router_type = 0;
     bool optical_terminal_device = false;
     bool legacy_optical_terminal_device = false;
+    bool flex_bins = true;                    // performance is kept in flex bins; else as 30-second history
     std::map<uint32_t, std::string> channels; // logical channel number -> native name, "CoherentDSP0/0/0/1"
     bool interface_registry = true;           // it answers
     std::vector<std::string> interfaces;      // that the registry knows; their handles count from 1

@@ -3,7 +3,8 @@
 // Containers are not kept: one is there if something stands in it. A record holds what stands between two levels of
 // lists: the leaves of a list entry with those of the containers below it, and the lists in them. Lists are ordered by
 // key, numbers by value and before texts, so that entries always come in the same order. A leaf-list is a list too: its
-// values are the keys of empty entries, so that it may hold many.
+// values are the keys of empty entries, so that it may hold many. Entries of a list without keys are known by their
+// place.
 #pragma once
 
 #include <map>

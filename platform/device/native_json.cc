@@ -133,8 +133,10 @@ void native_reader::take_entry(frame &entry) {
         append_key(key, entry.keys[i]);
         named.append("[").append(tag).append("='").append(text::shortened(entry.keys[i])).append("']");
     }
-    const bool is_new =
-        list_of(target(), *entry.node).entries.try_emplace(std::move(key), std::move(entry.entry)).second;
+    list_data &list = list_of(target(), *entry.node);
+    if (entry.keys.empty()) // known by its place
+        append_key(key, std::to_string(list.entries.size()));
+    const bool is_new = list.entries.try_emplace(std::move(key), std::move(entry.entry)).second;
     if (!is_new)
         throw json_text::refusal{entry.at, "entry " + std::string(entry.node->tag) + named + " stands twice"};
 }

@@ -131,6 +131,8 @@ std::string to_json(const description &d) {
     json.append(written(d.optical_terminal_device));
     append_member(json, "legacy-optical-terminal-device");
     json.append(written(d.legacy_optical_terminal_device));
+    append_member(json, "flex-bins");
+    json.append(written(d.flex_bins));
     append_member(json, "channels");
     const char *before = "{\n    \"";
     for (const auto &[number, name] : d.channels) {

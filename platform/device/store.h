@@ -26,7 +26,7 @@ public:
     const description &held() const noexcept; // the native configuration as it is now is part of it
 
     // The native nodes that a read asks for, one top node for each native top container that has something of it.
-    // Operational modules are asked only if `with_operational`.
+    // Operational modules are asked only if `with_operational`, flex bins only of a device that keeps them.
     //
     // Keys that are not empty restrict; every other leaf is a selection, whatever its value. An entry with nothing but
     // keys selects all below it, as do an empty container and a leaf-list; an entry without anything selects nothing.

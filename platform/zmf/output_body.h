@@ -57,6 +57,7 @@ public:
 
     size_t size() const noexcept { return dropped_ + notes_.size(); }
     void give_back(size_t size) noexcept;
+    void keep_apart() noexcept; // in the tree that is noted
     void note(uint32_t entry, uint32_t level);
 
 private:

@@ -64,6 +64,11 @@ void entry_notes::give_back(size_t size) noexcept {
     }
 }
 
+void entry_notes::keep_apart() noexcept {
+    if (tree_ != nullptr)
+        tree_->keep_apart();
+}
+
 void entry_notes::note(uint32_t entry, uint32_t level) {
     const node_record &node = tree_->at(entry);
     const uint32_t number = tree_->keep_place(node.parent, node.path_class);

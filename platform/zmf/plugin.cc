@@ -107,6 +107,11 @@ zmf_node_fn plugin::node_function(const std::string &name) const {
     return reinterpret_cast<zmf_node_fn>(found);
 }
 
+void plugin::serve(performance kept) const noexcept {
+    if (auto *word = static_cast<uint32_t *>(symbol("OC_OPTICAL_PM_IS_FLEXBIN_UNSUPPORTED")))
+        *word = kept == performance::history ? 1 : 0;
+}
+
 rcode plugin::down(session &s, const fixed_tree &request, output_tree &out) const {
     std::vector<zmf_node_fn> roots;
     for (uint32_t i = 0; i < request.count(); ++i)

@@ -10,6 +10,8 @@
 
 namespace zmf {
 
+enum class performance { flex_bins, history };
+
 class plugin {
 public:
     // Registers the record types of the plug-in, as a loader does. Throws plugin_error with the file and the loader's
@@ -18,6 +20,9 @@ public:
 
     void *symbol(const char *name) const noexcept;            // null: not exported
     zmf_node_fn node_function(const std::string &name) const; // throws plugin_error naming the missing function
+
+    // Tells the plug-in which tables of performance the device keeps.
+    void serve(performance kept) const noexcept;
 
     // Walks each top node by the root of its model, `components` and `interfaces` entry by entry (component_road.h,
     // interface_road.h), in order, and stops at the first status that is not 0. Top nodes are those of

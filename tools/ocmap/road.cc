@@ -77,6 +77,7 @@ road::road(const road_options &options)
     : out(STDOUT_FILENO), device(options.device.empty() ? device::lab() : device::read_file(options.device)),
       plugin(options.plugin.empty() ? plugin_beside_host() : options.plugin), options_(options) {
     device::install(device.held());
+    plugin.serve(device.held().flex_bins ? zmf::performance::flex_bins : zmf::performance::history);
     device::install_state_store(device.held(), options.device.empty() ? "lab.json" : options.device);
 }
 
