@@ -232,6 +232,7 @@ TEST_F(operational, values_of_optics) {
     } rows[] = {
         {"optics-info{dwdm-carrier-frequency=191.3500}", "O/state/frequency=191350000\n"},
         {"optics-info{dwdm-carrier-frequency}", "O/state/frequency=\n"},
+        {"optics-info{dwdm-carrier-frequency=.}", "O/state/frequency=0\n"},
         {"optics-info{rx-low-threshold=none}", "E/thresholds/state/input-signal-power-lower=0.00\n"},
         {"optics-info{rx-low-threshold=214748365}", "E/thresholds/state/input-signal-power-lower=-21474836.46\n"},
         {"optics-info{rx-high-threshold}", "E/thresholds/state/input-signal-power-upper=\n"},

@@ -46,21 +46,12 @@ CONVERSION(oc_optical_odu_oper_state_up_to_link_state_to_high) {
     return add_channel_leaf(ctx, tree, at, OC_CHANNEL "/state/link-state", "UP");
 }
 
-CONVERSION(oc_optical_odu_admin_state_to_high) {
-    static constexpr traced_enumeration states = {odu_admin_state, TRC("OC_OPT : i %d ,ADMIN STATE %s ret %d ind %d"),
-                                                  TRC(" ADMIN STATE  Low:%s, HIGH: %s ")};
-    static uint32_t words[] = {fresh_filter_word, fresh_filter_word};
-    const char *high =
-        look_up_traced(ctx, states, node->value, {oc_self, __LINE__, &words[0]}, {oc_self, __LINE__, &words[1]});
-    const carrier at(ctx, controllers);
-    uint32_t mode = 0;
-    const rcode status = get_odu_maint_mode(ctx, at.name, &mode);
-    high = in_maintenance(mode, high);
-    TRACE(ctx, TRC("FINAL IP VALUE %s"), shown(high));
-    TRACE(ctx, TRC("OC_OPT: ADMIN: intf_name: %s, logical_id: %s"), shown(at.name),
-          static_cast<const char *>(at.logical_id));
-    return add_admin_state(ctx, tree, at, high, status);
-}
+// clang-format off
+ADMIN_STATE_UP(oc_optical_odu_admin_state_to_high, controllers,
+               {odu_admin_state, TRC("OC_OPT : i %d ,ADMIN STATE %s ret %d ind %d"), TRC(" ADMIN STATE  Low:%s, HIGH: %s ")},
+               get_odu_maint_mode,
+               TRC("FINAL IP VALUE %s"), TRC("OC_OPT: ADMIN: intf_name: %s, logical_id: %s"))
+// clang-format on
 
 // clang-format off
 CHANNEL_UP(oc_optical_odu_oper_loopback_to_high, controllers, OC_CHANNEL "/state/loopback-mode", converted(oc_optical_convert_oper_loopback_mode_to_high),

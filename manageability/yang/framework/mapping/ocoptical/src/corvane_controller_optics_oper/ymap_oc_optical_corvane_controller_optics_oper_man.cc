@@ -55,6 +55,7 @@ CONVERSION(oc_optical_channel_state_ext_to_high) {
 
 namespace {
 
+// A line port is asked for its own sake; any other port in a get of operational data.
 enum class port_test : uint8_t { any, line_port };
 enum class unit : uint8_t { as_told, hundredths_of_dbm, tenths_of_dbm };
 
@@ -98,8 +99,9 @@ rcode add_port_figure(const port_row &row, zmf_map_ctx ctx, const zmf_datatree *
     if (row.value_read.text != nullptr) {
         log_statement(ctx, value_read, row.value_read, shown(node->value));
     }
-    const bool passes = row.test == port_test::any || oc_optical_is_interface_line_port(name, ctx, tree) != 0;
-    if (!passes || !is_get(ctx)) {
+    const bool wanted =
+        row.test == port_test::line_port ? oc_optical_is_interface_line_port(name, ctx, tree) != 0 : is_get(ctx);
+    if (!wanted) {
         return read;
     }
     char converted[text_size] = "";
@@ -207,7 +209,7 @@ CONVERSION(oc_optical_state_op_power_to_high) {
 // The leaf belongs to a channel, which the walk of a port does not stand at.
 CONVERSION(oc_optical_esnr_instant_to_high) {
     const optics_carrier at(ctx, tree, ports);
-    if (!at.is_valid || !is_get(ctx)) {
+    if (!at.is_valid) {
         return at.name_read;
     }
     return set_leaf(ctx, tree, ZMF_NS_OC_TERMINAL_DEVICE, OC_CHANNEL "[index=%s]/otn/state/esnr/instant", at.logical_id,

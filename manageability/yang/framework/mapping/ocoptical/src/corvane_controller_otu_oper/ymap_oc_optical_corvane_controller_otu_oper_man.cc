@@ -40,22 +40,13 @@ rcode ocoptical::otu_state_to_high(zmf_map_ctx ctx, const zmf_datatree *node, zm
     return oc_optical_otu_admin_state_to_high(ctx, node, tree);
 }
 
-CONVERSION(oc_optical_otu_admin_state_to_high) {
-    static constexpr traced_enumeration states = {otu_admin_state, TRC("OC_OPT : i %d ,ADMIN STATE %s ret %d ind %d"),
-                                                  TRC(" ADMIN STATE  Low:%s, HIGH: %s ")};
-    static uint32_t words[] = {fresh_filter_word, fresh_filter_word};
-    const char *high =
-        look_up_traced(ctx, states, node->value, {oc_self, __LINE__, &words[0]}, {oc_self, __LINE__, &words[1]});
-    const carrier at(ctx, controllers);
-    uint32_t mode = 0;
-    const rcode status = get_otu_maint_mode(ctx, at.name, &mode);
-    high = in_maintenance(mode, high);
-    TRACE(ctx, TRC("FINAL IP VALUE %s"), shown(high));
-    TRACE(ctx, TRC("OC_OPT: ADMIN: intf_name: %s, logical_id: %s"), shown(at.name),
-          static_cast<const char *>(at.logical_id));
-    TRACE(ctx, TRC("OC_OPT: ADMIN values low data : %s high data: %s"), shown(node->value), shown(high));
-    return add_admin_state(ctx, tree, at, high, status);
-}
+// clang-format off
+ADMIN_STATE_UP(oc_optical_otu_admin_state_to_high, controllers,
+               {otu_admin_state, TRC("OC_OPT : i %d ,ADMIN STATE %s ret %d ind %d"), TRC(" ADMIN STATE  Low:%s, HIGH: %s ")},
+               get_otu_maint_mode,
+               TRC("FINAL IP VALUE %s"), TRC("OC_OPT: ADMIN: intf_name: %s, logical_id: %s"),
+               TRC("OC_OPT: ADMIN values low data : %s high data: %s"))
+// clang-format on
 
 // clang-format off
 CHANNEL_UP(oc_optical_otu_fec_state_to_link_state_to_high,            controllers, OC_CHANNEL "/state/link-state",               converted(link_state))

@@ -83,21 +83,26 @@ CHANNEL_UP(oc_optical_dropped_pkts_with_crc_align_errors_to_in_crc_errors_low_to
 CHANNEL_UP(oc_optical_tx_pause_frames_to_out_pause_frames_low_to_high,                 statistics, OC_CHANNEL "/ethernet/state/out-mac-pause-frames", raw())
 // clang-format on
 
+// For modules that load the plug-in. The channel is looked up last, and any request adds the leaf.
 CONVERSION(oc_optical_ether_admin_state_to_high) {
     static constexpr traced_enumeration states = {ethernet_admin_state,
                                                   TRC("OC_OPT : i %d ADMIN STATE %s ret %d ind %d"),
                                                   TRC(" ADMIN STATE  LOw:%s, HIGH: %s ")};
     static uint32_t words[] = {fresh_filter_word, fresh_filter_word};
-    const char *high =
+    const char *state =
         look_up_traced(ctx, states, node->value, {oc_self, __LINE__, &words[0]}, {oc_self, __LINE__, &words[1]});
-    const carrier at(ctx, interfaces);
+    const char *name = nullptr;
+    (void)zmf_map_get_node_info(ctx, interfaces.path, interfaces.key, &name);
     uint32_t mode = 0;
-    const rcode status = get_maint_mode(ctx, at.name, &mode);
+    const rcode status = get_maint_mode(ctx, name, &mode);
     TRACE(ctx, TRC(" Maint value is %d"), static_cast<int>(mode));
-    high = in_maintenance(mode, high);
-    TRACE(ctx, TRC(" Final INPUT VALUE : %s"), shown(high));
-    TRACE(ctx, TRC(" ETHERNET admin state to high: intf_name = %s, logical_id = %s"), shown(at.name),
-          static_cast<const char *>(at.logical_id));
-    TRACE(ctx, TRC(" ETHERNET admin state Values : low data: %s high data: %s"), shown(node->value), shown(high));
-    return add_admin_state(ctx, tree, at, high, status);
+    state = in_mode(mode, state);
+    TRACE(ctx, TRC(" Final INPUT VALUE : %s"), shown(state));
+    char logical_id[text_size] = "";
+    const rcode found = oc_optical_convert_interface_to_logical_id(name, logical_id);
+    TRACE(ctx, TRC(" ETHERNET admin state to high: intf_name = %s, logical_id = %s"), shown(name),
+          static_cast<const char *>(logical_id));
+    TRACE(ctx, TRC(" ETHERNET admin state Values : low data: %s high data: %s"), shown(node->value), shown(state));
+    static constexpr target admin_state{ZMF_NS_OC_TERMINAL_DEVICE, OC_CHANNEL "/state/admin-state"};
+    return found == RC_OK ? add(ctx, tree, admin_state, state) : status;
 }

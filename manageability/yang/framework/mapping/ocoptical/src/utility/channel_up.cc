@@ -40,9 +40,10 @@ rcode look_up_and_add(channel_frame &f, const channel_row &row, zmf_map_ctx ctx,
 
 } // namespace
 
-rcode add_channel_leaf(zmf_map_ctx ctx, zmf_datatree *tree, const carrier &from, const char *path, const char *value) {
+rcode add_channel_leaf(zmf_map_ctx ctx, zmf_datatree *tree, const carrier &from, const char *path, const char *value,
+                       rcode otherwise) {
     if (!from.has_channel() || !is_get(ctx)) {
-        return from.name_read;
+        return otherwise;
     }
     return add(ctx, tree, {ZMF_NS_OC_TERMINAL_DEVICE, path}, value);
 }

@@ -55,7 +55,12 @@ rcode add_to_channel(channel_frame &f, const channel_row &row, zmf_map_ctx ctx, 
         return ocoptical::add_to_channel(f, row, ctx, node, tree);                                                     \
     }
 
-// The leaf of a channel that has been looked up.
-rcode add_channel_leaf(zmf_map_ctx ctx, zmf_datatree *tree, const carrier &from, const char *path, const char *value);
+// The leaf of a channel that has been looked up; `otherwise` where there is nothing to add.
+rcode add_channel_leaf(zmf_map_ctx ctx, zmf_datatree *tree, const carrier &from, const char *path, const char *value,
+                       rcode otherwise);
+inline rcode add_channel_leaf(zmf_map_ctx ctx, zmf_datatree *tree, const carrier &from, const char *path,
+                              const char *value) {
+    return add_channel_leaf(ctx, tree, from, path, value, from.name_read);
+}
 
 } // namespace ocoptical

@@ -104,9 +104,9 @@ const char *plain_look_up(const char *caller, const enumeration &table, directio
 
 const char *look_up_traced(zmf_map_ctx ctx, const traced_enumeration &by, const char *low, const trace_point &tried,
                            const trace_point &matched) {
-    for (int row = 0; low != nullptr && row < by.table.rows; ++row) {
+    for (int row = 0; row < by.table.rows; ++row) {
         const text_comparison compared = compare_texts(low, by.table.low[row]);
-        log_statement(ctx, tried, by.tried, row, low, compared.result, compared.indicator);
+        log_statement(ctx, tried, by.tried, row, shown(low), compared.result, compared.indicator);
         if (compared.match()) {
             log_statement(ctx, matched, by.matched, low, by.table.high[row]);
             return by.table.high[row];
@@ -154,8 +154,10 @@ VALUE_CONVERSION(oc_optical_eth_client_als_low_to_high) {
     VALUE_CONVERSION(function) {                                                                                       \
         static constexpr traced_enumeration row = {table, TRC(tried), TRC(matched)};                                   \
         static uint32_t words[] = {fresh_filter_word, fresh_filter_word};                                              \
-        return look_up_traced(ctx, row, value_of(node), {oc_self, __LINE__, &words[0]},                                \
-                              {oc_self, __LINE__, &words[1]});                                                         \
+        const char *low = value_of(node);                                                                              \
+        return low == nullptr                                                                                          \
+                   ? nullptr                                                                                           \
+                   : look_up_traced(ctx, row, low, {oc_self, __LINE__, &words[0]}, {oc_self, __LINE__, &words[1]});    \
     }
 
 TRACED_LOOK_UP(oc_optical_convert_oper_client_als_to_high, oper_client_als, "OC_OPT : i %d CLIENT ALS %s ret %d ind %d",

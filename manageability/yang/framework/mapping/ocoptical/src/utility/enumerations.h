@@ -40,7 +40,8 @@ struct traced_enumeration {
     log_text matched; // takes low, high
 };
 
-// The high text of the first row that matches, or null; the statements bear `tried` and `matched`.
+// The high text of the first row that matches, or null: a null text is tried and matches none. The statements bear
+// `tried` and `matched`.
 const char *look_up_traced(zmf_map_ctx ctx, const traced_enumeration &by, const char *low, const trace_point &tried,
                            const trace_point &matched);
 

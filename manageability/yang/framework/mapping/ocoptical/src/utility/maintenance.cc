@@ -127,7 +127,7 @@ rcode get_ethernet_item(zmf_map_ctx ctx, state_store_binding &store, const char 
     return status;
 }
 
-rcode decode_ethernet_mode(zmf_map_ctx ctx, const state_store_item &read, uint32_t *mode, const char *oc_self) {
+rcode decode_ethernet_mode(zmf_map_ctx ctx, state_store_item &read, uint32_t *mode, const char *oc_self) {
     ethernet_controller_driver_pouch_v2_type record = {};
     const rcode status = pouch_decode(read.data, read.length, &record, &ethernet_controller_driver_pouch_v2_type_pouch);
     if (status != RC_OK) {
@@ -138,6 +138,7 @@ rcode decode_ethernet_mode(zmf_map_ctx ctx, const state_store_item &read, uint32
         *mode = *record.TransportInfo->MaintenanceModeEnabled;
         TRACE(ctx, TRC("maint value  %d"), static_cast<int>(*mode));
     }
+    read.release();
     (void)pouch_free_indirections(&record, &ethernet_controller_driver_pouch_v2_type_pouch);
     return RC_OK;
 }

@@ -113,6 +113,9 @@ OC_EXPORT uint64_t float_string_to_int(char *text, int32_t precision) {
         return 0;
     }
     const char *whole = strtok(text, ".");
+    if (whole == nullptr) {
+        return 0; // points only
+    }
     const uint64_t whole_part = scaled(whole, pow(10.0, precision));
     const char *fraction = strtok(nullptr, ".");
     if (fraction == nullptr) {
