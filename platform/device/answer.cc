@@ -137,7 +137,7 @@ public:
         };
         for (const leaf_value &leaf : from.leaves) {
             answer_lists_before(leaf.node);
-            if (!holds(asked, leaf.node))
+            if (!leaf.node->is_told && !holds(asked, leaf.node))
                 continue;
             steps.go_to(leaf.node, leave, enter);
             answer_leaf(*leaf.node, leaf.value);

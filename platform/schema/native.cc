@@ -49,6 +49,7 @@ struct row {
     type value;
     const char *tag;
     const char *module;
+    bool is_told = false;
 };
 
 #define ROW(depth, what, is_key, value, tag) {depth, kind::what, is_key, IS_CONFIG, type::value, tag, MODULE},
@@ -57,6 +58,7 @@ struct row {
 #define KEY(depth, tag, value) ROW(depth, leaf, true, value, tag)
 #define LEAF(depth, tag, value) ROW(depth, leaf, false, value, tag)
 #define LEAF_LIST(depth, tag, value) ROW(depth, leaf_list, false, value, tag)
+#define TOLD(depth, tag, value) {depth, kind::leaf, false, IS_CONFIG, type::value, tag, MODULE, true},
 
 constexpr row rows[] = {
 #define IS_CONFIG true
@@ -88,6 +90,9 @@ constexpr row rows[] = {
 #undef MODULE
 #define MODULE "Corvane-pmengine-oper"
 #include "corvane_pmengine_oper.def"
+#undef MODULE
+#define MODULE "Corvane-ethernet-lldp-oper"
+#include "corvane_ethernet_lldp_oper.def"
 #undef MODULE
 #undef IS_CONFIG
 };
@@ -128,7 +133,7 @@ consteval linked link(const native_node *nodes) {
             ++end;
         result.nodes[i] = {rows[i].depth, rows[i].what, rows[i].is_key, rows[i].is_config,
                            rows[i].value, rows[i].tag,  rows[i].module, rows[i].depth == 0 ? nullptr : nodes + parent,
-                           nodes + end};
+                           nodes + end,   rows[i].is_told};
     }
     return result;
 }

@@ -68,6 +68,7 @@ struct native_node {
     const char *module;
     const native_node *parent; // null for a top container
     const native_node *end;    // one past the subtree
+    bool is_told;              // a leaf that comes with its entry, whatever is asked of that
 };
 std::span<const native_node> native_nodes();
 const native_node *native_child(const native_node *parent, std::string_view tag); // null parent: a top container

@@ -460,6 +460,60 @@ TEST(store, answers_operational_data_where_it_is_asked_for) {
     }
 }
 
+// Lists without keys: entries as they stand, each with what tells it whatever is asked of it.
+TEST(store, answers_entries_without_keys) {
+#define DETAIL "/lldp/nodes/node/neighbors/details/detail"
+#define NEIGHBOR DETAIL "/lldp-neighbor"
+#define TLV NEIGHBOR "/mib/org-def-tlv-list/lldp-org-def-tlv-entry"
+    const device::description described = device::parse(
+        json_of("{'operational': {'Corvane-ethernet-lldp-oper:lldp': {'nodes': {'node': [{'node-name': 'N',"
+                "'neighbors': {'details': {'detail': ["
+                "{'interface-name': 'I2', 'device-id': 'd1', 'lldp-neighbor': ["
+                "{'device-id': 'd1', 'port-id-detail': 'p9', 'hold-time': 9}]},"
+                "{'interface-name': 'I1', 'device-id': 'd2', 'lldp-neighbor': [{'hold-time': 7}]},"
+                "{'interface-name': 'I1', 'device-id': 'd1', 'lldp-neighbor': ["
+                "{'port-id-detail': 'p2', 'mib': {'org-def-tlv-list': {'lldp-org-def-tlv-entry': ["
+                "{'oui': 'b'}, {'oui': 'a', 'tlv-subtype': 1}, {'oui': 'b'}]}}},"
+                "{'hold-time': 120, 'port-id-detail': 'p1', 'device-id': 'd1'}]}]}}}]}}}}"),
+        "a.json");
+    EXPECT_EQ(device::parse(device::to_json(described), "saved.json"), described);
+    const device::store store(described);
+    const auto details = [](const std::string &entries) {
+        return "lldp{nodes{node{node-name=N neighbors{details{" + entries + "}}}}}";
+    };
+    const auto detail = [](const std::string &keys, const std::string &neighbors) {
+        return "detail{" + keys + " " + neighbors + "}";
+    };
+    const std::string i1d1 = "interface-name=I1 device-id=d1", i1d2 = "interface-name=I1 device-id=d2",
+                      i2d1 = "interface-name=I2 device-id=d1";
+    const struct {
+        const char *request;
+        std::string answer;
+    } rows[] = {
+        {"*" NEIGHBOR " " NEIGHBOR "/hold-time",
+         details(detail(i1d1, "lldp-neighbor{port-id-detail=p2} "
+                              "lldp-neighbor{device-id=d1 port-id-detail=p1 hold-time=120}") +
+                 " " + detail(i1d2, "lldp-neighbor{hold-time=7}") + " " +
+                 detail(i2d1, "lldp-neighbor{device-id=d1 port-id-detail=p9 hold-time=9}"))},
+        // By one key of two: the entries of every interface.
+        {"*" NEIGHBOR " " NEIGHBOR "/chassis-id " DETAIL "/device-id=d1",
+         details(detail(i1d1, "lldp-neighbor{port-id-detail=p2} lldp-neighbor{device-id=d1 port-id-detail=p1}") + " " +
+                 detail(i2d1, "lldp-neighbor{device-id=d1 port-id-detail=p9}"))},
+        {"*" NEIGHBOR " " NEIGHBOR "/hold-time " DETAIL "/device-id=d2",
+         details(detail(i1d2, "lldp-neighbor{hold-time=7}"))},
+        {"*" NEIGHBOR " " NEIGHBOR "/hold-time " DETAIL "/device-id=d3", "lldp{nodes{node{node-name=N}}}"},
+        {"*" NEIGHBOR " *" TLV " " TLV "/oui=a " DETAIL "/device-id=d1 " DETAIL "/interface-name=I1",
+         details(detail(i1d1, "lldp-neighbor{mib{org-def-tlv-list{lldp-org-def-tlv-entry{oui=b} "
+                              "lldp-org-def-tlv-entry{oui=a} lldp-org-def-tlv-entry{oui=b}}} port-id-detail=p2} "
+                              "lldp-neighbor{device-id=d1 port-id-detail=p1}"))},
+    };
+    for (const auto &row : rows) {
+        const tree_of_adds request(row.request);
+        const zmf::fixed_tree answer = store.answer(request.tree(), true);
+        EXPECT_EQ(text_of(answer.tops(), answer.count()), row.answer) << row.request;
+    }
+}
+
 std::string reason(int error) {
     return std::strerror(error);
 }

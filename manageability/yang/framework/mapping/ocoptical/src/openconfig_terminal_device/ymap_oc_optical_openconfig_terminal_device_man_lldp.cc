@@ -51,6 +51,11 @@ void forget_neighbor_key() {
     is_get_with_key = 0;
 }
 
+// A key that no neighbour spent lives as long as the plug-in.
+[[gnu::destructor]] void unload() {
+    forget_neighbor_key();
+}
+
 bool keep_neighbor_key(const char *key) {
     gl_neigh_dev_id = static_cast<char *>(calloc(strlen(key) + 1, 1));
     if (gl_neigh_dev_id != nullptr) {
