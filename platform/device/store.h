@@ -30,9 +30,9 @@ public:
     //
     // Keys that are not empty restrict; every other leaf is a selection, whatever its value. An entry with nothing but
     // keys selects all below it, as do an empty container and a leaf-list; an entry without anything selects nothing.
-    // Several entries of a list are a union. Entries come with all their keys, these first, and with the leaves that the
-    // schema has told of each entry; they are ordered by key (numbers by value), or stand as they were described where
-    // they have none, all other nodes in model order.
+    // Several entries of a list are a union. Entries come with all their keys, these first, and with the leaves that
+    // the schema has told of each entry; they are ordered by key (numbers by value), or stand as they were described
+    // where they have none, all other nodes in model order.
     zmf::fixed_tree answer(const zmf::output_tree &native_request, bool with_operational) const;
 
     // Does what the nodes of an edit ask, in their order, or nothing at all and says why.

@@ -131,8 +131,8 @@ consteval linked link(const native_node *nodes) {
         size_t end = i + 1;
         while (end < row_count && rows[end].depth > rows[i].depth)
             ++end;
-        result.nodes[i] = {rows[i].depth, rows[i].what, rows[i].is_key, rows[i].is_config,
-                           rows[i].value, rows[i].tag,  rows[i].module, rows[i].depth == 0 ? nullptr : nodes + parent,
+        result.nodes[i] = {rows[i].depth, rows[i].what,   rows[i].is_key, rows[i].is_config,
+                           rows[i].value, rows[i].tag,    rows[i].module, rows[i].depth == 0 ? nullptr : nodes + parent,
                            nodes + end,   rows[i].is_told};
     }
     return result;
