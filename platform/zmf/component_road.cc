@@ -42,32 +42,24 @@ public:
 
 private:
     rcode walk_entry(zmf_datatree &top, zmf_datatree &entry) override {
-        bool has_rest = false;
+        bool is_there = false;
         const char *name = "";
         const rcode status = at_entry(top, entry, [&](const char *given) {
             name = given;
-            return walk_named(top, entry, name, has_rest);
+            return walk_named(entry, name, is_there);
         });
-        return status == RC_OK && has_rest ? walk_own(name) : status;
+        return status == RC_OK && is_there ? walk_rest(top, entry, name) : status;
     }
 
-    rcode walk_stranger(zmf_datatree &top, zmf_datatree &child) override {
-        made_nodes &made = s_.internals()->made;
-        made.top = top;
-        made.top.children = &child;
-        made.top.child_count = 1;
-        return walk_own("");
-    }
+    rcode walk_stranger(zmf_datatree &top, zmf_datatree &child) override { return walk_own(top, child, ""); }
 
-    // `has_rest`: something is left for the model's own walk.
-    rcode walk_named(zmf_datatree &top, zmf_datatree &entry, const char *name, bool &has_rest) {
-        if (std::strlen(name) >= ZMF_COMPONENT_NAME_SIZE) // there is no such component
+    rcode walk_named(zmf_datatree &entry, const char *name, bool &is_there) {
+        const bool can_be = std::strlen(name) < ZMF_COMPONENT_NAME_SIZE;
+        if (!can_be)
             return is_read() ? RC_OK : refuse("the name of a component has at most 200 characters", RC_LIST_KEY_ERROR);
         tell(name);
-        if (is_deleted(entry))
-            return erase_alone(entry);
-        has_rest = take_rest(top, entry, name);
-        return walk_added(entry);
+        is_there = !is_deleted(entry);
+        return is_there ? walk_added(entry) : erase_alone(entry);
     }
 
     // The plug-in asks for the name of the component, the empty one for all of a read.
@@ -106,56 +98,60 @@ private:
         return status;
     }
 
-    // Copies the entry without what others add to it, and without a `config/name` that repeats the key.
-    bool take_rest(const zmf_datatree &top, const zmf_datatree &entry, const char *name) {
-        made_nodes &made = s_.internals()->made;
-        made.arrays.clear();
-        std::vector<zmf_datatree> rest;
-        bool has_more = false;
+    // What is neither the key nor added by others, and does not just repeat the key, one by one.
+    rcode walk_rest(zmf_datatree &top, zmf_datatree &entry, const char *name) {
+        rcode status = RC_OK;
         const child_range below = children_of(&entry);
-        for (uint32_t i = 0; i < below.count; ++i) {
-            zmf_datatree child = below.nodes[i];
-            if (added_as(child) != nullptr || (is_own(child, "config") && repeats_key(child, name)))
+        for (uint32_t i = 0; i < below.count && status == RC_OK; ++i) {
+            zmf_datatree &child = entry.children[i];
+            if (is_own(child, "name") || added_as(child) != nullptr)
                 continue;
-            has_more |= !is_own(child, "name");
-            rest.push_back(child);
+            const bool has_leaves = children_of(&child).count != 0;
+            status = is_own(child, "config") && has_leaves && !is_deleted(child) ? walk_config(top, entry, child, name)
+                                                                                 : walk_part(top, entry, child, name);
         }
-        made.entry = entry;
-        give_children(made.entry, std::move(rest));
-        made.top = top;
-        made.top.children = &made.entry;
-        made.top.child_count = 1;
-        made.top.has_children = 1;
-        return has_more;
+        return status;
     }
 
-    // Whether it says nothing else. What else it says stays in it.
-    bool repeats_key(zmf_datatree &config, const char *name) {
+    rcode walk_config(zmf_datatree &top, zmf_datatree &entry, zmf_datatree &config, const char *name) {
+        rcode status = RC_OK;
         const child_range below = children_of(&config);
-        if (is_deleted(config) || below.count == 0)
-            return false;
-        std::vector<zmf_datatree> rest;
-        std::copy_if(below.nodes, below.nodes + below.count, std::back_inserter(rest), [&](const zmf_datatree &leaf) {
-            const bool has_value = leaf.has_value && leaf.value != nullptr;
-            return !is_own(leaf, "name") || is_deleted(leaf) || !has_value || std::strcmp(leaf.value, name) != 0;
-        });
-        const bool is_all = rest.empty();
-        give_children(config, std::move(rest));
-        return is_all;
+        for (uint32_t i = 0; i < below.count && status == RC_OK; ++i)
+            if (!repeats(below.nodes[i], name))
+                status = walk_part(top, entry, with_children(config, &config.children[i], 1), name);
+        return status;
     }
 
-    void give_children(zmf_datatree &node, std::vector<zmf_datatree> children) {
-        std::vector<zmf_datatree> &kept = s_.internals()->made.arrays.emplace_back(std::move(children));
-        node.children = kept.data();
-        node.child_count = static_cast<uint32_t>(kept.size());
-        node.has_children = kept.empty() ? 0 : 1;
+    bool repeats(const zmf_datatree &leaf, const char *name) const {
+        const bool has_value = leaf.has_value && leaf.value != nullptr;
+        return is_own(leaf, "name") && !is_deleted(leaf) && has_value && std::strcmp(leaf.value, name) == 0;
     }
 
-    // By the model of components itself: what stands in made.top.
-    rcode walk_own(const char *name) {
-        start(s_.internals()->made.top);
+    // One child, in an entry that has nothing else but its key.
+    rcode walk_part(zmf_datatree &top, zmf_datatree &entry, const zmf_datatree &child, const char *name) {
+        made_nodes &made = s_.internals()->made;
+        zmf_datatree &key = meant(made.part[0], "name", ZMF_NS_OC_PLATFORM);
+        key.value = *name == '\0' ? nullptr : name;
+        key.has_value = key.value != nullptr;
+        made.part[1] = child;
+        made.entry = with_children(entry, made.part, 2);
+        return walk_own(top, made.entry, name);
+    }
+
+    static zmf_datatree with_children(zmf_datatree node, zmf_datatree *children, uint32_t count) {
+        node.children = children;
+        node.child_count = count;
+        node.has_children = 1;
+        return node;
+    }
+
+    // By the model of components itself.
+    rcode walk_own(zmf_datatree &top, zmf_datatree &child, const char *name) {
+        zmf_datatree &alone = s_.internals()->made.top;
+        alone = with_children(top, &child, 1);
+        start(alone);
         tell(name);
-        return call(own_root, s_.internals()->made.top);
+        return call(own_root, alone);
     }
 };
 

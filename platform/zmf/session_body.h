@@ -86,7 +86,7 @@ private:
 // Nodes that a road of entries makes beside those of the request. They stand here, since a failure may be told of them.
 struct made_nodes {
     zmf_datatree top{}, entry{}, child{};
-    std::deque<std::vector<zmf_datatree>> arrays; // of children
+    zmf_datatree part[2]{}; // children of `entry`
 };
 
 struct session::body {

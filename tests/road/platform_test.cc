@@ -190,6 +190,15 @@ TEST(commands, take_all_trees_in_one_request) {
     EXPECT_NE(shown.out.find("\"description\": \"z\""), std::string::npos) << shown.out;
     EXPECT_EQ(shown.out.find("interfaces"), std::string::npos) << shown.out;
 
+    const std::string strange = "{'strange':{},'openconfig-if-ethernet:other':{}}";
+    const outcome read =
+        run_host({"get", scratch_file("read.json",
+                                      request({components(strange), channels("{'index':300,'config':{'index':null}}"),
+                                               interfaces(strange)}))});
+    EXPECT_EQ(read.status, 0) << read.err;
+    EXPECT_EQ(read.out.find("strange"), std::string::npos) << read.out;
+    EXPECT_EQ(read.out.find("interfaces"), std::string::npos) << read.out;
+
     const std::string refused_last =
         request({channels("{'index':300,'config':{'description':'y'}}"),
                  interface("'openconfig-if-ethernet:ethernet':{'config':{'duplex-mode':'FULL'}}")});
