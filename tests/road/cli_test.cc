@@ -296,9 +296,15 @@ TEST(examples, say_the_same_in_both_forms_and_from_standard_input) {
         const char *op, *name;
         int status;
     } const rows[] = {
-        {"edit", "create-two-channels", 0},       {"get", "read-one-channel", 0},     {"edit", "refused-index", 1},
-        {"edit", "provision-optical-channel", 0}, {"get", "read-optical-channel", 0}, {"edit", "refused-frequency", 1},
+        {"edit", "create-two-channels", 0},
+        {"get", "read-one-channel", 0},
+        {"edit", "refused-index", 1},
+        {"edit", "provision-optical-channel", 0},
+        {"get", "read-optical-channel", 0},
+        {"edit", "refused-frequency", 1},
         {"edit", "refused-port-speed", 1},
+        {"get", "read-live-channel", 0},
+        {"get", "read-live-optical-channel", 0},
     };
     for (const auto &row : rows) {
         const std::string file = std::string(EXAMPLES) + "/" + row.name;

@@ -123,6 +123,13 @@ TEST(get, tells_the_state_of_each_carrier) {
                  "rx-voa-fixed-ratio=1500 enh-colorless-mode=1 enh-sop-tol-mode=2 nleq-compensation=0 "
                  "cross-pol-gain-mode=5 cross-pol-weight-mode=3 cpr-win-mode=4 cpr-ext-win-mode=7 baud-rate=31.57) "
                  "thresholds(state(input-signal-power-lower=-23.00 input-signal-power-upper=3.00)))")},
+        // Two powers: what is configured, in hundredths below, and what is measured, with a point.
+        {line("'config':{'target-output-power':'-1.5','frequency':null},"
+              "'state':{'target-output-power':'-1.52','frequency':null}"),
+         in_line("config(frequency=193100000 target-output-power=-1.50) "
+                 "state(frequency=193100000 target-output-power=-1.52)")},
+        {line("'config':{'target-output-power':'-1.52','frequency':null},'state':{'line-port':null}"),
+         in_line("state(line-port=0/0-Optics0/0/0/13)")},
         // A grey port of a device with an optical terminal has no power; one that the registry does not know is none.
         {component("{'name':'0/0-OpticalChannel0/0/0/2','openconfig-terminal-device:optical-channel':{'state':"
                    "{'target-output-power':null}}}"),

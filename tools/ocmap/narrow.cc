@@ -10,6 +10,7 @@
 #include <string_view>
 #include <utility>
 
+#include "hundredths.h"
 #include "request_tree.h"
 #include "schema/schema.h"
 
@@ -67,9 +68,19 @@ struct test {
     const zmf_datatree *leaf; // of the request
 };
 
+// A value as it is compared. Powers are hundredths in a request, and hundredths or a text with a point in a reply;
+// `room` holds what is written anew.
+std::string_view content(const schema::node *row, const char *value, std::string &room) {
+    if (row == nullptr || row->value != schema::type::hundredths || std::strchr(value, '.') == nullptr)
+        return comparable(row, value);
+    room = to_hundredths(value).value_or(value);
+    return room;
+}
+
 // `value_ns`: null if the value is of no identity.
 bool is_passed(const test &asked, const char *value, const char *value_ns) {
-    if (value == nullptr || comparable(asked.row, value) != comparable(asked.row, asked.leaf->value))
+    std::string room, room_of_asked;
+    if (value == nullptr || content(asked.row, value, room) != content(asked.row, asked.leaf->value, room_of_asked))
         return false;
     return !asked.leaf->has_value_ns || value_ns == nullptr || std::strcmp(asked.leaf->value_ns, value_ns) == 0;
 }
@@ -180,7 +191,8 @@ private:
 
     size_t hash_of(const pattern &of) const { return mix(of.around) ^ mix(of.name); }
     static size_t hash_of(const test &asked, const char *value) {
-        return std::hash<std::string_view>{}(comparable(asked.row, value));
+        std::string room;
+        return std::hash<std::string_view>{}(content(asked.row, value, room));
     }
     size_t hash_of_tests(const variant &all) const;
     uint32_t led_to(size_t hash, uint32_t of_form) const;
