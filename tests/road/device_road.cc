@@ -22,8 +22,8 @@ std::string value_at(zmf::output_tree &tree, const char *path) {
 }
 
 void become(const device::description &what) {
-    plugin(); // knows the records
     device::install(what);
+    plugin().serve(what.flex_bins ? zmf::performance::flex_bins : zmf::performance::history);
     device::install_state_store(what, "device");
 }
 

@@ -514,6 +514,71 @@ TEST(store, answers_entries_without_keys) {
     }
 }
 
+// Bins are known by number; entries of a list without keys by their place, and none of their leaves restricts.
+TEST(store, answers_bins_and_history) {
+    const std::string counts = "{'count': [{'data': '3'}, {'data': '1'}]}";
+    const std::string json =
+        "'operational': {'Corvane-pmengine-oper:performance-management': {'ethernet': {'ethernet-ports': "
+        "{'ethernet-port': [{'name': 'E1', 'ethernet-prev': {'ethernet-prev-flex-interval': "
+        "{'ethernet-prev-flex-interval-pcses': {'ethernet-prev-flex-interval-pcs': ["
+        "{'slot-number': 10, 'cumulative-bip': '5'}, {'slot-number': 2, 'es-ne': " +
+        counts +
+        "}]}}}}]}}},"
+        "'Corvane-pmengine-oper:performance-management-history': {'global': {'periodic': {'otu-history': "
+        "{'otu-port-histories': {'otu-port-history': [{'name': 'C1', 'otu-second30-history': "
+        "{'otu-second30otn-histories': {'otu-second30otn-history': [{'number': 7, "
+        "'otu-second30otn-time-line-instances': {'otu-second30otn-time-line-instance': ["
+        "{'number': 2, 'es-ne': {'data': '22'}}, {'number': 1, 'es-ne': {'data': '11'}, 'bbe-ne': {'data': '0'}}"
+        "]}}]}}}]}}}}}}";
+#define PCS                                                                                                            \
+    "/performance-management/ethernet/ethernet-ports/ethernet-port/ethernet-prev/ethernet-prev-flex-interval/"         \
+    "ethernet-prev-flex-interval-pcses/ethernet-prev-flex-interval-pcs"
+#define OTN                                                                                                            \
+    "/performance-management-history/global/periodic/otu-history/otu-port-histories/otu-port-history/"                 \
+    "otu-second30-history/otu-second30otn-histories/otu-second30otn-history"
+#define LINE OTN "/otu-second30otn-time-line-instances/otu-second30otn-time-line-instance"
+    const auto pcs = [](const std::string &entries) {
+        return "performance-management{ethernet{ethernet-ports{ethernet-port{name=E1 ethernet-prev{"
+               "ethernet-prev-flex-interval{ethernet-prev-flex-interval-pcses{" +
+               entries + "}}}}}}}";
+    };
+    const auto otn = [](const std::string &entry) {
+        return "performance-management-history{global{periodic{otu-history{otu-port-histories{otu-port-history{name=C1 "
+               "otu-second30-history{otu-second30otn-histories{otu-second30otn-history{" +
+               entry + "}}}}}}}}}";
+    };
+    const auto line = [](const std::string &entries) { return "otu-second30otn-time-line-instances{" + entries + "}"; };
+    const std::string one = "otu-second30otn-time-line-instance{number=1 es-ne{data=11} bbe-ne{data=0}}";
+    const struct {
+        const char *request;
+        std::string bins, history;
+    } rows[] = {
+        {PCS "/es-ne/count/data " PCS "/cumulative-bip",
+         pcs("ethernet-prev-flex-interval-pcs{slot-number=2 es-ne{count{data=3} count{data=1}}} "
+             "ethernet-prev-flex-interval-pcs{slot-number=10 cumulative-bip=5}"),
+         ""},
+        {PCS "/slot-number=2", pcs("ethernet-prev-flex-interval-pcs{slot-number=2 es-ne{count{data=3} count{data=1}}}"),
+         ""},
+        {OTN "/number=0 " LINE "/number=1", otn("number=7 " + line(one)), otn("number=7 " + line(one))},
+        {OTN "/number=0", otn("number=7"), otn("number=7")},
+        {LINE "/es-ne/data",
+         otn(line("otu-second30otn-time-line-instance{number=1 es-ne{data=11}} "
+                  "otu-second30otn-time-line-instance{number=2 es-ne{data=22}}")),
+         otn(line("otu-second30otn-time-line-instance{number=1 es-ne{data=11}} "
+                  "otu-second30otn-time-line-instance{number=2 es-ne{data=22}}"))},
+    };
+    for (const std::string mode : {"true", "false"}) {
+        const device::description said = device::parse(json_of("{'flex-bins': " + mode + ", " + json + "}"), "a.json");
+        EXPECT_TRUE(device::parse(device::to_json(said), "saved") == said);
+        const device::store store(said);
+        for (const auto &row : rows) {
+            const tree_of_adds request(row.request);
+            const zmf::fixed_tree answer = store.answer(request.tree(), true);
+            EXPECT_EQ(text_of(answer.tops(), answer.count()), mode == "true" ? row.bins : row.history) << row.request;
+        }
+    }
+}
+
 std::string reason(int error) {
     return std::strerror(error);
 }

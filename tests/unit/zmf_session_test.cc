@@ -125,6 +125,31 @@ TEST(zmf_positions, popping_a_list_gives_both_kinds_back) {
     EXPECT_EQ(shape, "o( first last )o( x )o( y )o( x )o( y newest )");
 }
 
+// What one entry of a request opened in a native list is not filled by the next one.
+TEST(zmf_positions, entries_of_a_request_have_native_entries_of_their_own) {
+    request_text request("box{outer{k=1} outer{k=2}}", oc_ns);
+    zmf_datatree &box = *request.top();
+    zmf::session s(OP_GET);
+    zmf::output_tree tree;
+    push(s, box, ZMF_HIER_CONTAINER);
+    for (uint32_t i : {0u, 1u}) {
+        push(s, box.children[i], ZMF_HIER_LIST);
+        for (const auto &[path, list] : {std::pair("/logical-channels/channel", 1), // one that is opened, and others
+                                         std::pair("/otu/controllers/controller/controller-name", 0),
+                                         std::pair("/otu/controllers/controller/info/state", 0)})
+            EXPECT_EQ(zmf_map_datatree_add_path_flagged(s.context(), tree.root(), path, cfg_ns,
+                                                        list ? nullptr : (i == 0 ? "one" : "two"), nullptr, nullptr,
+                                                        static_cast<unsigned>(list), 0),
+                      RC_OK);
+        pop(s, box.children[i]);
+    }
+    pop(s, box);
+    std::string shown;
+    for (zmf::output_node o = tree.find("/otu/controllers").first_child(); o; o = o.next_sibling())
+        shown += std::string(o.first_child().value()) + " ";
+    EXPECT_EQ(shown, "one two ");
+}
+
 TEST(zmf_positions, trees_and_sessions_may_end_in_any_order) {
     request_text request("l{k=1}", oc_ns);
     const auto add = [](zmf::session &s, zmf::output_tree &tree, const char *path, bool list) {
