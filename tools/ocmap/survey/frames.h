@@ -1,0 +1,25 @@
+// Which functions of the plug-in are running, read off its own log lines: each tells where it starts and ends.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace ocmap {
+
+class frames {
+public:
+    void take(std::string_view ring_line);
+
+    size_t depth() const { return open_.size(); }
+    std::string_view operator[](size_t i) const { return open_[i]; }
+    size_t find(std::string_view function) const; // npos: it is not running
+    static constexpr size_t npos = static_cast<size_t>(-1);
+
+private:
+    void leave(std::string_view function);
+
+    std::vector<std::string> open_;
+};
+
+} // namespace ocmap
