@@ -10,7 +10,9 @@
 
 #include "down.h"
 #include "edit.h"
+#include "explain.h"
 #include "get.h"
+#include "matrix_command.h"
 #include "output.h"
 #include "report.h"
 #include "up.h"
@@ -50,6 +52,8 @@ int run(int count, char **words) {
     ocmap::add_edit(app, chosen);
     ocmap::add_down(app, chosen);
     ocmap::add_up(app, chosen);
+    ocmap::add_explain(app, chosen);
+    ocmap::add_matrix(app, chosen);
     try {
         app.parse(count, words);
     } catch (const CLI::ParseError &outcome) {

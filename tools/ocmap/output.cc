@@ -8,6 +8,10 @@
 namespace ocmap {
 
 void output::put(std::string_view text) noexcept {
+    if (text_ != nullptr) {
+        text_->append(text);
+        return;
+    }
     while (!text.empty() && !failed()) {
         const ssize_t written = ::write(descriptor_, text.data(), text.size());
         if (written >= 0)

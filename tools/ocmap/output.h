@@ -15,6 +15,7 @@ struct output_error {
 class output {
 public:
     explicit output(int descriptor) : descriptor_(descriptor) {}
+    explicit output(std::string &text) : descriptor_(-1), text_(&text) {} // for what is not standard output
 
     void write(std::string_view text) noexcept { // does nothing after a failure
         if (text.size() > held_back - held_)
@@ -34,6 +35,7 @@ private:
     void put(std::string_view text) noexcept;
 
     int descriptor_;
+    std::string *text_ = nullptr;
     int error_ = 0;
     std::unique_ptr<char[]> buffer_ = std::make_unique_for_overwrite<char[]>(held_back);
     size_t held_ = 0;

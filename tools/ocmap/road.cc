@@ -56,16 +56,27 @@ std::string step_of(zmf::output_node node) {
     return step;
 }
 
+CLI::Validator is_named() {
+    return {[](const std::string &name) { return name.empty() ? "an empty name" : ""; }, ""};
+}
+
 } // namespace
 
-void add_road_options(CLI::App &command, road_options &options) {
-    const CLI::Validator is_named([](const std::string &name) { return name.empty() ? "an empty name" : ""; }, "");
+void add_plugin_option(CLI::App &command, std::string &file) {
+    command.add_option("--plugin", file, "Plug-in to load (default: ../lib/libocoptical.so beside the host)")
+        ->check(is_named())
+        ->type_name("FILE");
+}
+
+void add_device_options(CLI::App &command, road_options &options) {
     command.add_option("--device", options.device, "Device description (default: the built-in lab device)")
-        ->check(is_named)
+        ->check(is_named())
         ->type_name("FILE");
-    command.add_option("--plugin", options.plugin, "Plug-in to load (default: ../lib/libocoptical.so beside the host)")
-        ->check(is_named)
-        ->type_name("FILE");
+    add_plugin_option(command, options.plugin);
+}
+
+void add_road_options(CLI::App &command, road_options &options) {
+    add_device_options(command, options);
     command.add_option("--format", options.form, "Form of the output: xml, json (default: that of the input)")
         ->check(CLI::IsMember({"xml", "json"}))
         ->type_name("FORM");

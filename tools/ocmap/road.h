@@ -23,6 +23,8 @@ struct road_options {
     bool calls = false, trace = false;
 };
 void add_road_options(CLI::App &command, road_options &options);
+void add_device_options(CLI::App &command, road_options &options); // of these: the device and the plug-in
+void add_plugin_option(CLI::App &command, std::string &file);
 
 // A walk that came to a failure; everything written before it is out.
 struct walk_failure {

@@ -112,18 +112,9 @@ public:
     }
 
 private:
-    // The innermost callback of a native node.
-    size_t callback() const {
-        for (size_t i = frames_.depth(); i-- > 0;)
-            for (const char *kind : {"_leaf_lvl", "_list_lvl", "_cont_lvl"})
-                if (frames_[i].starts_with("ymap_xo_") && frames_[i].find(kind) != std::string_view::npos)
-                    return i;
-        return frames::npos;
-    }
-
     void keep(const zmf::call &made) {
         filling kept;
-        const size_t at = callback();
+        const size_t at = frames_.inner_callback();
         if (at != frames::npos) {
             kept.callback = frames_[at];
             for (size_t i = at + 1; i < frames_.depth(); ++i)

@@ -16,6 +16,7 @@ struct filling {
     std::string module;              // of that
     std::string operation;           // "add", "search-or-add", "xpath", "stitch"
     std::string callback;            // of the native node
+    bool is_asked = true;            // some read on this device comes down to it
     std::vector<std::string> conversions;
     std::optional<std::string> from, to; // values
 };

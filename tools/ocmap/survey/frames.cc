@@ -22,7 +22,28 @@ ring_text split(std::string_view line) {
     return {head.substr(0, head.find(':')), line.substr(comma + 1)};
 }
 
+// Walkers have no kind in their names.
+bool is_callback(std::string_view function) {
+    return function.starts_with("ymap_") &&
+           (function.find("_leaf_lvl") != std::string_view::npos || function.find("_cont_lvl") != std::string_view::npos ||
+            function.find("_list_lvl") != std::string_view::npos);
+}
+
 } // namespace
+
+size_t frames::outer_callback() const {
+    for (size_t i = 0; i < open_.size(); ++i)
+        if (is_callback(open_[i]))
+            return i;
+    return npos;
+}
+
+size_t frames::inner_callback() const {
+    for (size_t i = open_.size(); i-- > 0;)
+        if (is_callback(open_[i]))
+            return i;
+    return npos;
+}
 
 void frames::take(std::string_view ring_line) {
     const ring_text told = split(ring_line);

@@ -13,10 +13,12 @@ public:
 
     size_t depth() const { return open_.size(); }
     std::string_view operator[](size_t i) const { return open_[i]; }
-    size_t find(std::string_view function) const; // npos: it is not running
     static constexpr size_t npos = static_cast<size_t>(-1);
+    size_t outer_callback() const; // the first callback of a node, which may call another's; npos: none is running
+    size_t inner_callback() const;
 
 private:
+    size_t find(std::string_view function) const;
     void leave(std::string_view function);
 
     std::vector<std::string> open_;

@@ -81,10 +81,17 @@ const char *verb_of(const zmf::call &call, deed what) {
     return op == OP_DELETE ? "deletes" : op == OP_REMOVE ? "removes" : op == OP_REPLACE ? "replaces" : "merges";
 }
 
+// The framework takes a path without its first "/", and with one at its end.
+std::string whole_path(std::string_view written) {
+    if (written.ends_with('/'))
+        written.remove_suffix(1);
+    return (written.starts_with('/') ? "" : "/") + std::string(written);
+}
+
 native_call kept(const zmf::call &call, deed what) {
     native_call made;
     made.verb = verb_of(call, what);
-    made.path = call.path == nullptr ? "" : call.path;
+    made.path = whole_path(call.path == nullptr ? "" : call.path);
     const char *module = call.ns == nullptr ? nullptr : schema::module_of_ns(call.ns);
     made.module = module != nullptr ? module : call.ns != nullptr ? call.ns : "";
     if (call.value != nullptr)
@@ -102,21 +109,25 @@ public:
 
     void line(std::string_view text) {
         frames_.take(text);
-        const size_t own = frames_.find(callback_);
-        if (own == frames::npos)
+        if (!is_own())
             return;
         into_.is_reached = true;
-        if (own + 1 < frames_.depth())
-            keep_conversion(std::string(frames_[own + 1]));
+        if (const size_t next = frames_.outer_callback() + 1; next < frames_.depth())
+            keep_conversion(std::string(frames_[next]));
     }
 
     void call(const zmf::call &made) {
         const bool is_kept = made.op == zmf::operation::add_path || made.op == zmf::operation::update_namespace;
-        if (is_kept && frames_.find(callback_) != frames::npos)
+        if (is_kept && is_own())
             into_.calls.push_back(kept(made, what_));
     }
 
 private:
+    bool is_own() const {
+        const size_t at = frames_.outer_callback();
+        return at != frames::npos && frames_[at] == callback_;
+    }
+
     void keep_conversion(const std::string &name) {
         if (std::ranges::find(into_.conversions, name) == into_.conversions.end())
             into_.conversions.push_back(name);

@@ -1,0 +1,110 @@
+// A property more: its row in `properties`, and the combinations in `all_platforms`.
+#include "survey/platforms.h"
+
+#include <vector>
+
+namespace ocmap {
+namespace {
+
+constexpr std::array<uint32_t, 4> router_types{5, 7, 18, 19};
+
+constexpr std::array<platform, platform_count> all_platforms() {
+    std::array<platform, platform_count> all{};
+    for (size_t i = 0; i < all.size(); ++i)
+        all[i] = {router_types[i / 8], (i & 4) != 0, (i & 2) != 0, (i & 1) != 0};
+    return all;
+}
+constexpr auto every = all_platforms();
+
+// A property as a number, and what its values are called.
+struct property {
+    uint32_t (*of)(const platform &);
+    std::array<uint32_t, 4> values;
+    size_t count;
+    std::array<const char *, 4> names;
+};
+
+constexpr std::array properties{
+    property{[](const platform &p) { return uint32_t{p.has_terminal_device}; },
+             {1, 0},
+             2,
+             {"optical terminal device", "no optical terminal device"}},
+    property{[](const platform &p) { return uint32_t{p.is_legacy}; }, {1, 0}, 2, {"legacy", "not legacy"}},
+    property{[](const platform &p) { return uint32_t{p.has_history}; }, {0, 1}, 2, {"flex bins", "history"}},
+    property{[](const platform &p) { return p.router_type; },
+             router_types,
+             4,
+             {"router type 5", "router type 7", "router type 18", "router type 19"}},
+};
+
+platform_set with_value(const platform_set &those, const property &which, uint32_t value) {
+    platform_set kept;
+    for (size_t i = 0; i < every.size(); ++i)
+        kept[i] = those[i] && which.of(every[i]) == value;
+    return kept;
+}
+
+// The values that a property has among those.
+std::vector<size_t> values_in(const platform_set &those, const property &which) {
+    std::vector<size_t> found;
+    for (size_t v = 0; v < which.count; ++v)
+        if (with_value(those, which, which.values[v]).any())
+            found.push_back(v);
+    return found;
+}
+
+// Whether those are all that have certain values of each property, whatever the others are.
+bool is_box(const platform_set &those) {
+    size_t volume = 1;
+    for (const property &each : properties)
+        volume *= values_in(those, each).size();
+    return volume == those.count();
+}
+
+std::string told_box(const platform_set &those) {
+    std::string text;
+    for (const property &each : properties) {
+        const std::vector<size_t> values = values_in(those, each);
+        if (values.size() == each.count)
+            continue;
+        text += text.empty() ? "" : ", ";
+        for (const size_t v : values)
+            text.append(v == values.front() ? "" : " or ").append(each.names[v]);
+    }
+    return text;
+}
+
+// Parts into boxes along one property after the other.
+void tell(const platform_set &those, size_t along, std::string &text) {
+    if (those.none())
+        return;
+    if (is_box(those)) {
+        text += (text.empty() ? "" : "; ") + told_box(those);
+        return;
+    }
+    const property &which = properties[along];
+    for (size_t v = 0; v < which.count; ++v)
+        tell(with_value(those, which, which.values[v]), along + 1, text);
+}
+
+} // namespace
+
+const std::array<platform, platform_count> &platforms() {
+    return every;
+}
+
+device::description device_of(const platform &kind) {
+    device::description made = device::lab();
+    made.router_type = kind.router_type;
+    made.optical_terminal_device = kind.has_terminal_device;
+    made.legacy_optical_terminal_device = kind.is_legacy;
+    return made;
+}
+
+std::string told(const platform_set &those) {
+    std::string text;
+    tell(those, 0, text);
+    return text;
+}
+
+} // namespace ocmap

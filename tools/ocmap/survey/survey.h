@@ -1,0 +1,55 @@
+// What becomes of the nodes of the OpenConfig models on one device, and of its native leaves on the way back.
+#pragma once
+
+#include <array>
+#include <vector>
+
+#include "survey/ascent.h"
+#include "survey/probe.h"
+#include "survey/samples.h"
+
+namespace ocmap {
+
+enum class outcome : uint8_t {
+    mapped,  // its callback adds to the native tree
+    refused, // the walk fails
+    dropped, // the walk succeeds, and nothing native comes of it
+};
+inline constexpr size_t outcomes = 3;
+const char *name_of(outcome what); // "mapped", "refused", "dropped"
+outcome outcome_of(const finding &found);
+
+// What those have in common that are alike but for values.
+struct fate {
+    finding what;
+    std::vector<subject> whose;
+};
+
+struct story {
+    const schema::node *node;
+    std::array<std::vector<fate>, all_deeds.size()> fates; // by deed
+    std::vector<const filling *> filled_by;
+};
+
+// Whether the plug-in has a callback for a node; else it is one of the tree around its models.
+bool is_of_plugin(const zmf::plugin &by, const schema::node &node);
+
+class survey {
+public:
+    // Of the device that is installed. `by` outlives the survey.
+    survey(const zmf::plugin &by, const device::description &on);
+    survey(const survey &) = delete;
+    survey &operator=(const survey &) = delete;
+
+    story tell(const schema::node &node, const std::vector<chosen_key> &given = {}) const;
+    const ascent &up() const { return up_; }
+
+private:
+    void mark_asked(const zmf::plugin &by);
+
+    const samples tries_;
+    const prober prober_;
+    ascent up_;
+};
+
+} // namespace ocmap
