@@ -103,8 +103,8 @@ private:
     }
 
     static void note(std::vector<native_use> &uses, const std::string &path, deed what, const std::string &verb) {
-        auto use = std::ranges::find_if(uses,
-                                        [&](const native_use &each) { return each.path == path && each.verb == verb; });
+        auto use =
+            std::ranges::find_if(uses, [&](const native_use &each) { return each.path == path && each.verb == verb; });
         if (use == uses.end())
             use = uses.insert(uses.end(), {verb, path, {}});
         if (std::ranges::find(use->deeds, name_of(what)) == use->deeds.end())
@@ -115,24 +115,28 @@ private:
     std::vector<std::string> paths_;
 };
 
-// All OpenConfig nodes are asked what they come down to.
-void tell_native(const survey &of, const zmf::plugin &by, std::vector<native_story> &stories) {
-    if (stories.empty())
-        return;
-    use_finder finder(stories);
+std::vector<story> all_stories(const survey &of, const zmf::plugin &by) {
+    std::vector<story> all;
     for (const schema::model &model : schema::models())
         for (const schema::node &node : model.nodes)
             if (is_of_plugin(by, node))
-                finder.look_at(of.tell(node));
+                all.push_back(of.tell(node));
+    return all;
+}
+
+void tell_native(const std::vector<story> &all, const ascent &up, std::vector<native_story> &stories) {
+    use_finder finder(stories);
+    for (const story &each : all)
+        finder.look_at(each);
     for (native_story &each : stories)
-        for (const filling &made : of.up().fillings)
+        for (const filling &made : up.fillings)
             if (made.native == path_of(*each.node))
                 each.fills.push_back(&made);
 }
 
 int explain(const explain_options &options) {
     road road(options.road);
-    const survey of(road.plugin, road.device.held());
+    survey of(road.plugin, road.device.held());
     explanation told;
     for (const std::string &written : options.paths) {
         const path_pattern path = read_path(written);
@@ -147,7 +151,9 @@ int explain(const explain_options &options) {
         for (const schema::native_node *node : native)
             told.native.push_back({node, {}, {}});
     }
-    tell_native(of, road.plugin, told.native);
+    const std::vector<story> all = all_stories(of, road.plugin);
+    of.settle(all);
+    tell_native(all, of.up(), told.native);
     if (options.road.form == "json")
         print_json(told, road.out);
     else

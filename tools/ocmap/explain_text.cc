@@ -10,8 +10,8 @@ namespace ocmap {
 namespace {
 
 constexpr std::array kind_names{"container", "list", "leaf", "leaf-list"};
-constexpr std::array type_names{"",          "string",    "name",             "boolean",     "integer",
-                                "integer64", "decimal64", "decimal64 in dBm", "enumeration", "identity"};
+constexpr std::array type_names{"",          "string",           "name",        "boolean", "integer", "integer64",
+                                "decimal64", "decimal64 in dBm", "enumeration", "identity"};
 
 std::string quoted(const std::optional<std::string> &value) {
     return value ? '"' + one_line(*value) + '"' : "no value";
@@ -52,7 +52,7 @@ public:
         const schema::native_node &node = *told.node;
         line(0, paint_(colour::bold, path_of(node)));
         line(1, std::string(kind_names[static_cast<size_t>(node.what)]) + " of " + node.module +
-                        (node.is_config ? ", configuration" : ", operational"));
+                    (node.is_config ? ", configuration" : ", operational"));
         for (const native_use &use : told.uses)
             line(1, use.verb, use.path + paint_(colour::faint, "  in " + joined(use.deeds)));
         for (const filling *each : told.fills)

@@ -46,9 +46,9 @@ private:
 
     // Operations that come to the same stand together.
     static bool is_same(const matrix_row &row, size_t left, size_t right) {
-        return std::ranges::equal(
-            row.columns[left], row.columns[right],
-            [](const cell_group &l, const cell_group &r) { return l.where == r.where && l.what == r.what; });
+        return std::ranges::equal(row.columns[left], row.columns[right], [](const cell_group &l, const cell_group &r) {
+            return l.where == r.where && l.what == r.what;
+        });
     }
 
     static bool is_told_before(const matrix_row &row, size_t column) {
@@ -87,7 +87,8 @@ private:
             text += " " + part.error_tag + (part.message.empty() ? "" : ": " + one_line(part.message));
         out_.write(text + "\n");
         for (const native_target &target : part.targets)
-            out_.write(std::string(24, ' ') + target.verb + " " + target.path + paint_(colour::faint, " " + target.module) + "\n");
+            out_.write(std::string(24, ' ') + target.verb + " " + target.path +
+                       paint_(colour::faint, " " + target.module) + "\n");
     }
 
     void print(const std::vector<model_count> &all) {

@@ -41,7 +41,8 @@ private:
 
     void write_entries(const schema::native_node &list) {
         const auto keys = schema::native_keys(&list);
-        const std::vector<std::string> first = keys.empty() ? std::vector<std::string>{""} : tries_.native_keys(keys[0]);
+        const std::vector<std::string> first =
+            keys.empty() ? std::vector<std::string>{""} : tries_.native_keys(keys[0]);
         for (const std::string &value : first) {
             open(list);
             for (size_t i = 0; i < keys.size(); ++i)

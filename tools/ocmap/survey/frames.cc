@@ -22,25 +22,27 @@ ring_text split(std::string_view line) {
     return {head.substr(0, head.find(':')), line.substr(comma + 1)};
 }
 
-// Walkers have no kind in their names.
+// A callback has a kind before its level, "_leaf_lvla_"; a walker has none.
 bool is_callback(std::string_view function) {
-    return function.starts_with("ymap_") &&
-           (function.find("_leaf_lvl") != std::string_view::npos || function.find("_cont_lvl") != std::string_view::npos ||
-            function.find("_list_lvl") != std::string_view::npos);
+    const size_t level = function.find("lvl");
+    if (level == std::string_view::npos || !function.starts_with("ymap_"))
+        return false;
+    const std::string_view front = function.substr(0, level);
+    return front.ends_with("_leaf_") || front.ends_with("_list_") || front.ends_with("_cont_");
 }
 
 } // namespace
 
 size_t frames::outer_callback() const {
     for (size_t i = 0; i < open_.size(); ++i)
-        if (is_callback(open_[i]))
+        if (open_[i].is_callback)
             return i;
     return npos;
 }
 
 size_t frames::inner_callback() const {
     for (size_t i = open_.size(); i-- > 0;)
-        if (is_callback(open_[i]))
+        if (open_[i].is_callback)
             return i;
     return npos;
 }
@@ -48,14 +50,14 @@ size_t frames::inner_callback() const {
 void frames::take(std::string_view ring_line) {
     const ring_text told = split(ring_line);
     if (told.text == "Start")
-        open_.emplace_back(told.function);
+        open_.push_back({std::string(told.function), is_callback(told.function)});
     else if (told.text == "End" || told.text == "Invalid arguments passed!")
         leave(told.function);
 }
 
 size_t frames::find(std::string_view function) const {
     for (size_t i = open_.size(); i-- > 0;)
-        if (open_[i] == function)
+        if (open_[i].function == function)
             return i;
     return npos;
 }

@@ -12,7 +12,7 @@ public:
     void take(std::string_view ring_line);
 
     size_t depth() const { return open_.size(); }
-    std::string_view operator[](size_t i) const { return open_[i]; }
+    const std::string &operator[](size_t i) const { return open_[i].function; }
     static constexpr size_t npos = static_cast<size_t>(-1);
     size_t outer_callback() const; // the first callback of a node, which may call another's; npos: none is running
     size_t inner_callback() const;
@@ -21,7 +21,11 @@ private:
     size_t find(std::string_view function) const;
     void leave(std::string_view function);
 
-    std::vector<std::string> open_;
+    struct frame {
+        std::string function;
+        bool is_callback;
+    };
+    std::vector<frame> open_;
 };
 
 } // namespace ocmap

@@ -116,10 +116,6 @@ void look_for_refused_value(const matrix_row &row, faults &found) {
         found[path_of(*row.leaf) + ", edit: no platform takes the value that is tried"].set();
 }
 
-bool is_leaf(const schema::node &node) {
-    return node.value != schema::type::none;
-}
-
 std::vector<matrix_row> empty_rows(const zmf::plugin &by) {
     std::vector<matrix_row> rows;
     for (const schema::model &model : schema::models())
@@ -135,13 +131,17 @@ void add_platform(const zmf::plugin &by, size_t number, std::vector<matrix_row> 
     device::install(on);
     device::install_state_store(on, "lab.json");
     set_history(by, kind.has_history);
-    const survey of(by, on);
+    survey of(by, on);
     if (of.up().status != RC_OK)
         found["the way up, " + of.up().failure.path + ": " + zmf::status_name(of.up().status)].set(number);
-    for (matrix_row &row : rows) {
-        const story each = of.tell(*row.leaf);
-        look_for_faults(each, number, found);
-        put(row, each, number);
+    std::vector<story> stories;
+    stories.reserve(rows.size());
+    for (const matrix_row &row : rows)
+        stories.push_back(of.tell(*row.leaf));
+    of.settle(stories);
+    for (size_t i = 0; i < rows.size(); ++i) {
+        look_for_faults(stories[i], number, found);
+        put(rows[i], stories[i], number);
     }
 }
 
@@ -156,8 +156,8 @@ void count(const matrix_row &row, model_count &into) {
 }
 
 void add(const model_count &part, model_count &sum) {
-    for (const auto member : {&model_count::leaves, &model_count::down, &model_count::up, &model_count::refused,
-                              &model_count::dropped})
+    for (const auto member :
+         {&model_count::leaves, &model_count::down, &model_count::up, &model_count::refused, &model_count::dropped})
         sum.*member += part.*member;
 }
 

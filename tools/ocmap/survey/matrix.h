@@ -50,7 +50,7 @@ struct matrix_row {
 };
 
 struct matrix {
-    std::vector<matrix_row> rows;      // in model order
+    std::vector<matrix_row> rows;       // in model order
     std::vector<std::string> unsettled; // cells that cannot be worked out, and why
 };
 

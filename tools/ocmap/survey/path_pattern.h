@@ -1,5 +1,5 @@
-// Paths as people write them: "/terminal-device/logical-channels/channel[index=300]/otn/**", with or without keys, module
-// prefixes and wildcards. "*" and "?" stand for letters of one step, "**" for any number of steps.
+// Paths as people write them: "/terminal-device/logical-channels/channel[index=300]/otn/**", with or without keys,
+// module prefixes and wildcards. "*" and "?" stand for letters of one step, "**" for any number of steps.
 #pragma once
 
 #include <string>

@@ -22,6 +22,7 @@ struct property {
     std::array<uint32_t, 4> values;
     size_t count;
     std::array<const char *, 4> names;
+    const char *before = ""; // a name, once
 };
 
 constexpr std::array properties{
@@ -31,10 +32,7 @@ constexpr std::array properties{
              {"optical terminal device", "no optical terminal device"}},
     property{[](const platform &p) { return uint32_t{p.is_legacy}; }, {1, 0}, 2, {"legacy", "not legacy"}},
     property{[](const platform &p) { return uint32_t{p.has_history}; }, {0, 1}, 2, {"flex bins", "history"}},
-    property{[](const platform &p) { return p.router_type; },
-             router_types,
-             4,
-             {"router type 5", "router type 7", "router type 18", "router type 19"}},
+    property{[](const platform &p) { return p.router_type; }, router_types, 4, {"5", "7", "18", "19"}, "router type "},
 };
 
 platform_set with_value(const platform_set &those, const property &which, uint32_t value) {
@@ -67,24 +65,29 @@ std::string told_box(const platform_set &those) {
         const std::vector<size_t> values = values_in(those, each);
         if (values.size() == each.count)
             continue;
-        text += text.empty() ? "" : ", ";
+        text.append(text.empty() ? "" : ", ").append(each.before);
         for (const size_t v : values)
             text.append(v == values.front() ? "" : " or ").append(each.names[v]);
     }
     return text;
 }
 
-// Parts into boxes along one property after the other.
-void tell(const platform_set &those, size_t along, std::string &text) {
-    if (those.none())
-        return;
-    if (is_box(those)) {
-        text += (text.empty() ? "" : "; ") + told_box(those);
-        return;
+// Parted into boxes, along those properties first that give the shortest text.
+std::string tell(const platform_set &those) {
+    if (is_box(those))
+        return told_box(those);
+    std::string shortest;
+    for (const property &each : properties) {
+        const std::vector<size_t> values = values_in(those, each);
+        if (values.size() < 2)
+            continue;
+        std::string text;
+        for (const size_t v : values)
+            text += (text.empty() ? "" : "; ") + tell(with_value(those, each, each.values[v]));
+        if (shortest.empty() || text.size() < shortest.size())
+            shortest = text;
     }
-    const property &which = properties[along];
-    for (size_t v = 0; v < which.count; ++v)
-        tell(with_value(those, which, which.values[v]), along + 1, text);
+    return shortest;
 }
 
 } // namespace
@@ -102,9 +105,7 @@ device::description device_of(const platform &kind) {
 }
 
 std::string told(const platform_set &those) {
-    std::string text;
-    tell(those, 0, text);
-    return text;
+    return tell(those);
 }
 
 } // namespace ocmap

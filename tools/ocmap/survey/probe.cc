@@ -14,8 +14,7 @@ constexpr std::array<uint32_t, 4> op_types{OP_GET_CONFIG, OP_GET, OP_EDIT, OP_ED
 // Writes the request: the nodes from the top to the one that is tried, with the keys of the entries.
 class request_writer {
 public:
-    request_writer(const samples &tries, deed what, const subject &whose)
-        : tries_(tries), what_(what), whose_(whose) {}
+    request_writer(const samples &tries, deed what, const subject &whose) : tries_(tries), what_(what), whose_(whose) {}
 
     zmf::fixed_tree write(const schema::node &node) {
         open_above(node);

@@ -31,18 +31,12 @@ constexpr value_row openconfig_values[] = {
 };
 
 constexpr value_row native_values[] = {
-    {"/logical-channels/channel/admin-state", "enable"},
-    {"/channel/loopback-mode", "facility"},
-    {"/channel/trib-protocol", "trib-proto-type100ge"},
-    {"/channel/rate-class", "trib-rate100g"},
-    {"/channel/logical-channel-type", "type-ethernet"},
-    {"/channel/ethernet/client-als", "laser-shutdown"},
-    {"/assignment-type", "type-logical-channel"},
-    {"/optical-channel/frequency", "193100000"},
-    {"/optics-dwdm-carrier/param-type", "frequency"},
-    {"/optics-dwdm-carrier/param-value", "1931000"},
-    {"/optics-dwdm-carrier/grid-type", "100mhz-grid"},
-    {"/valid", "true"},
+    {"/logical-channels/channel/admin-state", "enable"}, {"/channel/loopback-mode", "facility"},
+    {"/channel/trib-protocol", "trib-proto-type100ge"},  {"/channel/rate-class", "trib-rate100g"},
+    {"/channel/logical-channel-type", "type-ethernet"},  {"/channel/ethernet/client-als", "laser-shutdown"},
+    {"/assignment-type", "type-logical-channel"},        {"/optical-channel/frequency", "193100000"},
+    {"/optics-dwdm-carrier/param-type", "frequency"},    {"/optics-dwdm-carrier/param-value", "1931000"},
+    {"/optics-dwdm-carrier/grid-type", "100mhz-grid"},   {"/valid", "true"},
 };
 
 const value_row *row_for(std::span<const value_row> rows, std::string_view path) {
@@ -160,8 +154,8 @@ samples::samples(const device::description &on)
 std::vector<subject> samples::subjects(const schema::node &node, const std::vector<chosen_key> &given) const {
     if (!has_list_above(node))
         return {subject{}};
-    const bool is_given = std::ranges::any_of(
-        given, [&](const chosen_key &each) { return list_above(node, each.list) != nullptr; });
+    const bool is_given =
+        std::ranges::any_of(given, [&](const chosen_key &each) { return list_above(node, each.list) != nullptr; });
     if (is_given)
         return {{"given", "the entry given", given}};
     std::vector<subject> all{{"all", "all entries", {}, true}};
@@ -210,7 +204,8 @@ std::string samples::native_value(const schema::native_node &leaf) const {
     if (leaf.value == schema::type::name)
         return "Optics" + port_;
     const value_row *row = row_for(native_values, path_of(leaf));
-    return row != nullptr ? row->value : of_type(leaf.value == schema::type::string ? schema::type::integer : leaf.value);
+    return row != nullptr ? row->value
+                          : of_type(leaf.value == schema::type::string ? schema::type::integer : leaf.value);
 }
 
 std::vector<std::string> samples::native_keys(const schema::native_node &key) const {

@@ -34,8 +34,8 @@ class samples {
 public:
     explicit samples(const device::description &on);
 
-    // All of them first, then one channel of each class that the device has. Keys that a client gave, of lists above the
-    // node, leave one to choose.
+    // All of them first, then one channel of each class that the device has. Keys that a client gave, of lists above
+    // the node, leave one to choose.
     std::vector<subject> subjects(const schema::node &node, const std::vector<chosen_key> &given = {}) const;
 
     sample value(const schema::node &leaf, const subject &whose) const;

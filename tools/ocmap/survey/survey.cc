@@ -35,9 +35,10 @@ class asked_nodes {
 public:
     void add(const schema::node &by, const finding &found) {
         for (const native_call &call : found.calls) {
-            if (by.value != schema::type::none)
+            if (is_leaf(by))
                 wanted_.insert(call.path);
-            for (size_t end = call.path.size(); end != 0 && end != std::string::npos; end = call.path.rfind('/', end - 1))
+            for (size_t end = call.path.size(); end != 0 && end != std::string::npos;
+                 end = call.path.rfind('/', end - 1))
                 above_.insert(call.path.substr(0, end));
         }
     }
@@ -70,22 +71,22 @@ outcome outcome_of(const finding &found) {
     return found.calls.empty() ? outcome::dropped : outcome::mapped;
 }
 
+bool is_leaf(const schema::node &node) {
+    return node.value != schema::type::none;
+}
+
 bool is_of_plugin(const zmf::plugin &by, const schema::node &node) {
     return by.symbol((std::string("ymap_ox_oc_optical_") + node.callback).c_str()) != nullptr;
 }
 
 survey::survey(const zmf::plugin &by, const device::description &on)
-    : tries_(on), prober_(by, tries_), up_(walk_up(by, tries_)) {
-    mark_asked(by);
-}
+    : tries_(on), prober_(by, tries_), up_(walk_up(by, tries_)) {}
 
-void survey::mark_asked(const zmf::plugin &by) {
+void survey::settle(const std::vector<story> &all) {
     asked_nodes asked;
-    for (const schema::model &model : schema::models())
-        for (const schema::node &node : model.nodes)
-            if (is_of_plugin(by, node))
-                for (const subject &whose : tries_.subjects(node))
-                    asked.add(node, prober_.probe(node, deed::get, whose));
+    for (const story &told : all)
+        for (const fate &each : told.fates[static_cast<size_t>(deed::get)])
+            asked.add(*told.node, each.what);
     for (filling &each : up_.fillings)
         each.is_asked = asked.has(each.native);
 }

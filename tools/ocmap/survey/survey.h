@@ -31,6 +31,8 @@ struct story {
     std::vector<const filling *> filled_by;
 };
 
+bool is_leaf(const schema::node &node);
+
 // Whether the plug-in has a callback for a node; else it is one of the tree around its models.
 bool is_of_plugin(const zmf::plugin &by, const schema::node &node);
 
@@ -41,12 +43,13 @@ public:
     survey(const survey &) = delete;
     survey &operator=(const survey &) = delete;
 
+    // What fills a node is told without `is_asked`.
     story tell(const schema::node &node, const std::vector<chosen_key> &given = {}) const;
+    // With the stories of all leaves it is known which native nodes a read asks for.
+    void settle(const std::vector<story> &all);
     const ascent &up() const { return up_; }
 
 private:
-    void mark_asked(const zmf::plugin &by);
-
     const samples tries_;
     const prober prober_;
     ascent up_;
