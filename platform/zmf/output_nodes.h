@@ -49,6 +49,7 @@ struct path_class {
     const char *tag = nullptr;
     bool is_key = false;
     bool is_leaf_list = false;
+    bool is_list = false;
     bool is_openconfig_list = false;
     bool has_places = false;    // in the table of places
     uint32_t last_node = 0;     // found last; it is the newest of its place

@@ -163,8 +163,11 @@ void output_tree::body::consult_schema(uint32_t number) {
     made.openconfig = place.node;
     made.is_openconfig_list = place.node != nullptr && place.node->what == schema::kind::list;
     const schema::native_node *native = schema::native_at(path_of(number));
-    made.is_leaf_list = (native != nullptr && native->what == schema::kind::leaf_list) ||
-                        (place.node != nullptr && place.node->what == schema::kind::leaf_list);
+    const auto is_a = [&](schema::kind what) {
+        return (native != nullptr && native->what == what) || (place.node != nullptr && place.node->what == what);
+    };
+    made.is_leaf_list = is_a(schema::kind::leaf_list);
+    made.is_list = is_a(schema::kind::list);
     made.is_key = std::find(parent.keys.begin(), parent.keys.end(), number) != parent.keys.end();
     std::vector<uint32_t> keys;
     for (const char *name : key_names(made)) {

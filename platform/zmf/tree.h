@@ -107,6 +107,7 @@ public:
     bool has_source() const noexcept { return record().has_source; }    // an add with source made or last changed it
     bool is_key() const noexcept { return of_class().is_key; }          // a key leaf by the tables of platform/schema
     bool is_leaf_list() const noexcept { return of_class().is_leaf_list; } // by these tables
+    bool is_list() const noexcept { return of_class().is_list; }           // by these tables; an entry without key too
     // Null: no OpenConfig table has it.
     const schema::node *schema_node() const noexcept { return of_class().openconfig; }
 

@@ -36,7 +36,7 @@ public:
     }
 
 private:
-    static bool is_in_array(output_node node) { return node.is_list_entry() || node.is_leaf_list(); }
+    static bool is_in_array(output_node node) { return node.is_list_entry() || node.is_list() || node.is_leaf_list(); }
 
     // The entries of a list are gathered at the first of them.
     void members(output_node node, std::string_view module) {

@@ -17,6 +17,7 @@
 #include "utility/logical_channels.h"
 #include "utility/paths.h"
 #include "utility/text.h"
+#include "utility/up_value.h"
 
 using namespace ocoptical;
 
@@ -83,37 +84,27 @@ namespace {
 struct figure {
     carrier_list ports;
     target at;
-    zmf_value_fn value;
+    up_value value;
 };
-
-constexpr zmf_value_fn raw = nullptr; // the native text as it is
-
-// Valid until the next call.
-const char *decimal(zmf_map_ctx /*ctx*/, const zmf_datatree *node, zmf_datatree * /*tree*/) {
-    static char text[text_size];
-    (void)oc_optical_convert_scientific_to_decimal_notation(node->value, text);
-    return text;
-}
-
-const char *value_of(zmf_value_fn value, zmf_map_ctx ctx, const zmf_datatree *node, zmf_datatree *tree) {
-    return value != raw ? value(ctx, node, tree) : node->value;
-}
 
 // The port's channel is the current one since its list entry: its number is looked up to know that there is one.
 rcode add_to_channel(const figure &row, zmf_map_ctx ctx, const zmf_datatree *node, zmf_datatree *tree) {
+    char buffer[text_size] = "";
+    const char *value = value_of(row.value, ctx, node, buffer);
     const carrier port(ctx, row.ports);
-    return port.has_channel() ? add(ctx, tree, row.at, value_of(row.value, ctx, node, tree)) : port.name_read;
+    return port.has_channel() ? add(ctx, tree, row.at, value) : port.name_read;
 }
 
 rcode add_to_component(const figure &row, zmf_map_ctx ctx, const zmf_datatree *node, zmf_datatree *tree) {
+    char buffer[text_size] = "";
     const optics_name port(ctx, tree, row.ports);
-    return port.is_line_port ? add_across(ctx, tree, row.at, value_of(row.value, ctx, node, tree)) : port.read;
+    return port.is_line_port ? add_across(ctx, tree, row.at, value_of(row.value, ctx, node, buffer)) : port.read;
 }
 
 } // namespace
 
 #define FIGURE_UP(function, add_figure, ports, path, value)                                                            \
-    CONVERSION(function) {                                                                                             \
+    CONVERSION_WHERE(are_given(value, node, tree), function) {                                                         \
         static constexpr figure row{ports, {ZMF_NS_OC_TERMINAL_DEVICE, path}, value};                                  \
         return add_figure(row, ctx, node, tree);                                                                       \
     }
@@ -129,56 +120,56 @@ rcode add_to_component(const figure &row, zmf_map_ctx ctx, const zmf_datatree *n
 
 // clang-format off
 //           bin                                              history                                                     port      leaf                                                     value
-CHANNEL_PAIR(oc_optical_fec_ec_bits_to_otn_fec_corr_bits,     oc_optical_pm_history_fec_ec_bits_to_otn_fec_corr_bits,     otu,      "/otn/state/fec-corrected-bits",                         raw)
-CHANNEL_PAIR(oc_optical_fec_uc_words_to_otn_fec_uc_words,     oc_optical_pm_history_fec_uc_words_to_otn_fec_uc_words,     otu,      "/otn/state/fec-uncorrectable-words",                    raw)
-CHANNEL_PAIR(oc_optical_pre_fec_min_to_high,                  oc_optical_pm_history_pre_fec_min_to_high,                  otu,      "/otn/state/pre-fec-ber/min",                            decimal)
-CHANNEL_PAIR(oc_optical_pre_fec_avg_to_high,                  oc_optical_pm_history_pre_fec_avg_to_high,                  otu,      "/otn/state/pre-fec-ber/avg",                            decimal)
-CHANNEL_PAIR(oc_optical_pre_fec_max_to_high,                  oc_optical_pm_history_pre_fec_max_to_high,                  otu,      "/otn/state/pre-fec-ber/max",                            decimal)
-CHANNEL_PAIR(oc_optical_pre_fec_min_time_to_high,             oc_optical_pm_history_pre_fec_min_time_to_high,             otu,      "/otn/state/pre-fec-ber/min-time",                       raw)
-CHANNEL_PAIR(oc_optical_pre_fec_max_time_to_high,             oc_optical_pm_history_pre_fec_max_time_to_high,             otu,      "/otn/state/pre-fec-ber/max-time",                       raw)
-CHANNEL_PAIR(oc_optical_post_fec_min_to_high,                 oc_optical_pm_history_post_fec_min_to_high,                 otu,      "/otn/state/post-fec-ber/min",                           decimal)
-CHANNEL_PAIR(oc_optical_post_fec_avg_to_high,                 oc_optical_pm_history_post_fec_avg_to_high,                 otu,      "/otn/state/post-fec-ber/avg",                           decimal)
-CHANNEL_PAIR(oc_optical_post_fec_max_to_high,                 oc_optical_pm_history_post_fec_max_to_high,                 otu,      "/otn/state/post-fec-ber/max",                           decimal)
-CHANNEL_PAIR(oc_optical_post_fec_min_time_to_high,            oc_optical_pm_history_post_fec_min_time_to_high,            otu,      "/otn/state/post-fec-ber/min-time",                      raw)
-CHANNEL_PAIR(oc_optical_post_fec_max_time_to_high,            oc_optical_pm_history_post_fec_max_time_to_high,            otu,      "/otn/state/post-fec-ber/max-time",                      raw)
-CHANNEL_PAIR(oc_optical_q_value_min_to_high,                  oc_optical_pm_history_q_value_min_to_high,                  otu,      "/otn/state/q-value/min",                                raw)
-CHANNEL_PAIR(oc_optical_q_value_avg_to_high,                  oc_optical_pm_history_q_value_avg_to_high,                  otu,      "/otn/state/q-value/avg",                                raw)
-CHANNEL_PAIR(oc_optical_q_value_max_to_high,                  oc_optical_pm_history_q_value_max_to_high,                  otu,      "/otn/state/q-value/max",                                raw)
-CHANNEL_PAIR(oc_optical_q_value_min_time_to_high,             oc_optical_pm_history_q_value_min_time_to_high,             otu,      "/otn/state/q-value/min-time",                           raw)
-CHANNEL_PAIR(oc_optical_q_value_max_time_to_high,             oc_optical_pm_history_q_value_max_time_to_high,             otu,      "/otn/state/q-value/max-time",                           raw)
-CHANNEL_PAIR(otn_es_ne_to_otn_es,                             pm_history_otu_es_ne_to_otn_es,                             otu,      "/otn/state/errored-seconds",                            raw)
-CHANNEL_PAIR(oc_optical_otn_ses_ne_to_otn_ses,                oc_optical_pm_history_otn_ses_ne_to_otn_ses,                otu,      "/otn/state/severely-errored-seconds",                   raw)
-CHANNEL_PAIR(oc_optical_otn_uas_ne_to_otn_uas,                oc_optical_pm_history_otn_uas_ne_to_otn_uas,                otu,      "/otn/state/unavailable-seconds",                        raw)
-CHANNEL_PAIR(oc_optical_otn_bbe_ne_to_otn_bbe,                oc_optical_pm_history_otn_bbe_ne_to_otn_bbe,                otu,      "/otn/state/background-block-errors",                    raw)
-CHANNEL_UP(oc_optical_odu_es_ne_to_otn_es,                                                                                odu_port, "/otn/state/errored-seconds",                            raw)
-CHANNEL_UP(oc_optical_odu_ses_ne_to_otn_ses,                                                                              odu_port, "/otn/state/severely-errored-seconds",                   raw)
-CHANNEL_UP(oc_optical_odu_uas_ne_to_otn_uas,                                                                              odu_port, "/otn/state/unavailable-seconds",                        raw)
-CHANNEL_UP(oc_optical_odu_bbe_ne_to_otn_bbe,                                                                              odu_port, "/otn/state/background-block-errors",                    raw)
-CHANNEL_PAIR(oc_optical_in_pcs_bip_errors_to_high,            oc_optical_pm_history_in_pcs_bip_errors_to_high,            ethernet, "/ethernet/state/in-pcs-bip-errors",                     raw)
-CHANNEL_PAIR(oc_optical_in_pcs_es_to_high,                    oc_optical_pm_history_in_pcs_es_to_high,                    ethernet, "/ethernet/state/in-pcs-errored-seconds",                raw)
-CHANNEL_PAIR(oc_optical_in_pcs_ses_to_high,                   oc_optical_pm_history_in_pcs_ses_to_high,                   ethernet, "/ethernet/state/in-pcs-severely-errored-seconds",       raw)
-CHANNEL_PAIR(oc_optical_in_pcs_us_to_high,                    oc_optical_pm_history_in_pcs_us_to_high,                    ethernet, "/ethernet/state/in-pcs-unavailable-seconds",            raw)
+CHANNEL_PAIR(oc_optical_fec_ec_bits_to_otn_fec_corr_bits,     oc_optical_pm_history_fec_ec_bits_to_otn_fec_corr_bits,     otu,      "/otn/state/fec-corrected-bits",                         raw())
+CHANNEL_PAIR(oc_optical_fec_uc_words_to_otn_fec_uc_words,     oc_optical_pm_history_fec_uc_words_to_otn_fec_uc_words,     otu,      "/otn/state/fec-uncorrectable-words",                    raw())
+CHANNEL_PAIR(oc_optical_pre_fec_min_to_high,                  oc_optical_pm_history_pre_fec_min_to_high,                  otu,      "/otn/state/pre-fec-ber/min",                            decimal())
+CHANNEL_PAIR(oc_optical_pre_fec_avg_to_high,                  oc_optical_pm_history_pre_fec_avg_to_high,                  otu,      "/otn/state/pre-fec-ber/avg",                            decimal())
+CHANNEL_PAIR(oc_optical_pre_fec_max_to_high,                  oc_optical_pm_history_pre_fec_max_to_high,                  otu,      "/otn/state/pre-fec-ber/max",                            decimal())
+CHANNEL_PAIR(oc_optical_pre_fec_min_time_to_high,             oc_optical_pm_history_pre_fec_min_time_to_high,             otu,      "/otn/state/pre-fec-ber/min-time",                       raw())
+CHANNEL_PAIR(oc_optical_pre_fec_max_time_to_high,             oc_optical_pm_history_pre_fec_max_time_to_high,             otu,      "/otn/state/pre-fec-ber/max-time",                       raw())
+CHANNEL_PAIR(oc_optical_post_fec_min_to_high,                 oc_optical_pm_history_post_fec_min_to_high,                 otu,      "/otn/state/post-fec-ber/min",                           decimal())
+CHANNEL_PAIR(oc_optical_post_fec_avg_to_high,                 oc_optical_pm_history_post_fec_avg_to_high,                 otu,      "/otn/state/post-fec-ber/avg",                           decimal())
+CHANNEL_PAIR(oc_optical_post_fec_max_to_high,                 oc_optical_pm_history_post_fec_max_to_high,                 otu,      "/otn/state/post-fec-ber/max",                           decimal())
+CHANNEL_PAIR(oc_optical_post_fec_min_time_to_high,            oc_optical_pm_history_post_fec_min_time_to_high,            otu,      "/otn/state/post-fec-ber/min-time",                      raw())
+CHANNEL_PAIR(oc_optical_post_fec_max_time_to_high,            oc_optical_pm_history_post_fec_max_time_to_high,            otu,      "/otn/state/post-fec-ber/max-time",                      raw())
+CHANNEL_PAIR(oc_optical_q_value_min_to_high,                  oc_optical_pm_history_q_value_min_to_high,                  otu,      "/otn/state/q-value/min",                                raw())
+CHANNEL_PAIR(oc_optical_q_value_avg_to_high,                  oc_optical_pm_history_q_value_avg_to_high,                  otu,      "/otn/state/q-value/avg",                                raw())
+CHANNEL_PAIR(oc_optical_q_value_max_to_high,                  oc_optical_pm_history_q_value_max_to_high,                  otu,      "/otn/state/q-value/max",                                raw())
+CHANNEL_PAIR(oc_optical_q_value_min_time_to_high,             oc_optical_pm_history_q_value_min_time_to_high,             otu,      "/otn/state/q-value/min-time",                           raw())
+CHANNEL_PAIR(oc_optical_q_value_max_time_to_high,             oc_optical_pm_history_q_value_max_time_to_high,             otu,      "/otn/state/q-value/max-time",                           raw())
+CHANNEL_PAIR(otn_es_ne_to_otn_es,                             pm_history_otu_es_ne_to_otn_es,                             otu,      "/otn/state/errored-seconds",                            raw())
+CHANNEL_PAIR(oc_optical_otn_ses_ne_to_otn_ses,                oc_optical_pm_history_otn_ses_ne_to_otn_ses,                otu,      "/otn/state/severely-errored-seconds",                   raw())
+CHANNEL_PAIR(oc_optical_otn_uas_ne_to_otn_uas,                oc_optical_pm_history_otn_uas_ne_to_otn_uas,                otu,      "/otn/state/unavailable-seconds",                        raw())
+CHANNEL_PAIR(oc_optical_otn_bbe_ne_to_otn_bbe,                oc_optical_pm_history_otn_bbe_ne_to_otn_bbe,                otu,      "/otn/state/background-block-errors",                    raw())
+CHANNEL_UP(oc_optical_odu_es_ne_to_otn_es,                                                                                odu_port, "/otn/state/errored-seconds",                            raw())
+CHANNEL_UP(oc_optical_odu_ses_ne_to_otn_ses,                                                                              odu_port, "/otn/state/severely-errored-seconds",                   raw())
+CHANNEL_UP(oc_optical_odu_uas_ne_to_otn_uas,                                                                              odu_port, "/otn/state/unavailable-seconds",                        raw())
+CHANNEL_UP(oc_optical_odu_bbe_ne_to_otn_bbe,                                                                              odu_port, "/otn/state/background-block-errors",                    raw())
+CHANNEL_PAIR(oc_optical_in_pcs_bip_errors_to_high,            oc_optical_pm_history_in_pcs_bip_errors_to_high,            ethernet, "/ethernet/state/in-pcs-bip-errors",                     raw())
+CHANNEL_PAIR(oc_optical_in_pcs_es_to_high,                    oc_optical_pm_history_in_pcs_es_to_high,                    ethernet, "/ethernet/state/in-pcs-errored-seconds",                raw())
+CHANNEL_PAIR(oc_optical_in_pcs_ses_to_high,                   oc_optical_pm_history_in_pcs_ses_to_high,                   ethernet, "/ethernet/state/in-pcs-severely-errored-seconds",       raw())
+CHANNEL_PAIR(oc_optical_in_pcs_us_to_high,                    oc_optical_pm_history_in_pcs_us_to_high,                    ethernet, "/ethernet/state/in-pcs-unavailable-seconds",            raw())
 
-COMPONENT_PAIR(oc_optical_cd_min_to_high,                     oc_optical_pm_history_cd_min_to_high,                       "/chromatic-dispersion/min",                             raw)
-COMPONENT_PAIR(oc_optical_cd_avg_to_high,                     oc_optical_pm_history_cd_avg_to_high,                       "/chromatic-dispersion/avg",                             raw)
-COMPONENT_PAIR(oc_optical_cd_max_to_high,                     oc_optical_pm_history_cd_max_to_high,                       "/chromatic-dispersion/max",                             raw)
-COMPONENT_PAIR(oc_optical_cd_min_time_to_high,                oc_optical_pm_history_cd_min_time_to_high,                  "/chromatic-dispersion/min-time",                        raw)
-COMPONENT_PAIR(oc_optical_cd_max_time_to_high,                oc_optical_pm_history_cd_max_time_to_high,                  "/chromatic-dispersion/max-time",                        raw)
-COMPONENT_PAIR(oc_optical_sopmd_min_to_high,                  oc_optical_pm_history_sopmd_min_to_high,                    "/second-order-polarization-mode-dispersion/min",        oc_optical_sopmd_str_to_decimal)
-COMPONENT_PAIR(oc_optical_sopmd_avg_to_high,                  oc_optical_pm_history_sopmd_avg_to_high,                    "/second-order-polarization-mode-dispersion/avg",        oc_optical_sopmd_str_to_decimal)
-COMPONENT_PAIR(oc_optical_sopmd_max_to_high,                  oc_optical_pm_history_sopmd_max_to_high,                    "/second-order-polarization-mode-dispersion/max",        oc_optical_sopmd_str_to_decimal)
-COMPONENT_PAIR(oc_optical_sopmd_min_time_to_high,             oc_optical_pm_history_sopmd_min_time_to_high,               "/second-order-polarization-mode-dispersion/min-time",   raw)
-COMPONENT_PAIR(oc_optical_sopmd_max_time_to_high,             oc_optical_pm_history_sopmd_max_time_to_high,               "/second-order-polarization-mode-dispersion/max-time",   raw)
-COMPONENT_PAIR(oc_optical_pdl_min_to_high,                    oc_optical_pm_history_pdl_min_to_high,                      "/polarization-dependent-loss/min",                      oc_optical_pdl_str_to_decimal)
-COMPONENT_PAIR(oc_optical_pdl_avg_to_high,                    oc_optical_pm_history_pdl_avg_to_high,                      "/polarization-dependent-loss/avg",                      oc_optical_pdl_str_to_decimal)
-COMPONENT_PAIR(oc_optical_pdl_max_to_high,                    oc_optical_pm_history_pdl_max_to_high,                      "/polarization-dependent-loss/max",                      oc_optical_pdl_str_to_decimal)
-COMPONENT_PAIR(oc_optical_pdl_min_time_to_high,               oc_optical_pm_history_pdl_min_time_to_high,                 "/polarization-dependent-loss/min-time",                 raw)
-COMPONENT_PAIR(oc_optical_pdl_max_time_to_high,               oc_optical_pm_history_pdl_max_time_to_high,                 "/polarization-dependent-loss/max-time",                 raw)
-COMPONENT_PAIR(oc_optical_inpower_min_to_high,                oc_optical_inpower_min_his_to_high,                         "/input-power/min",                                      oc_optical_inpower_str_to_decimal)
-COMPONENT_PAIR(oc_optical_inpower_avg_to_high,                oc_optical_inpower_avg_his_to_high,                         "/input-power/avg",                                      oc_optical_inpower_str_to_decimal)
-COMPONENT_PAIR(oc_optical_inpower_max_to_high,                oc_optical_inpower_max_his_to_high,                         "/input-power/max",                                      oc_optical_inpower_str_to_decimal)
-COMPONENT_PAIR(oc_optical_inpower_min_time_to_high,           oc_optical_inpower_min_time_his_to_high,                    "/input-power/min-time",                                 raw)
-COMPONENT_PAIR(oc_optical_inpower_max_time_to_high,           oc_optical_inpower_max_time_his_to_high,                    "/input-power/max-time",                                 raw)
+COMPONENT_PAIR(oc_optical_cd_min_to_high,                     oc_optical_pm_history_cd_min_to_high,                       "/chromatic-dispersion/min",                             raw())
+COMPONENT_PAIR(oc_optical_cd_avg_to_high,                     oc_optical_pm_history_cd_avg_to_high,                       "/chromatic-dispersion/avg",                             raw())
+COMPONENT_PAIR(oc_optical_cd_max_to_high,                     oc_optical_pm_history_cd_max_to_high,                       "/chromatic-dispersion/max",                             raw())
+COMPONENT_PAIR(oc_optical_cd_min_time_to_high,                oc_optical_pm_history_cd_min_time_to_high,                  "/chromatic-dispersion/min-time",                        raw())
+COMPONENT_PAIR(oc_optical_cd_max_time_to_high,                oc_optical_pm_history_cd_max_time_to_high,                  "/chromatic-dispersion/max-time",                        raw())
+COMPONENT_PAIR(oc_optical_sopmd_min_to_high,                  oc_optical_pm_history_sopmd_min_to_high,                    "/second-order-polarization-mode-dispersion/min",        converted(oc_optical_sopmd_str_to_decimal))
+COMPONENT_PAIR(oc_optical_sopmd_avg_to_high,                  oc_optical_pm_history_sopmd_avg_to_high,                    "/second-order-polarization-mode-dispersion/avg",        converted(oc_optical_sopmd_str_to_decimal))
+COMPONENT_PAIR(oc_optical_sopmd_max_to_high,                  oc_optical_pm_history_sopmd_max_to_high,                    "/second-order-polarization-mode-dispersion/max",        converted(oc_optical_sopmd_str_to_decimal))
+COMPONENT_PAIR(oc_optical_sopmd_min_time_to_high,             oc_optical_pm_history_sopmd_min_time_to_high,               "/second-order-polarization-mode-dispersion/min-time",   raw())
+COMPONENT_PAIR(oc_optical_sopmd_max_time_to_high,             oc_optical_pm_history_sopmd_max_time_to_high,               "/second-order-polarization-mode-dispersion/max-time",   raw())
+COMPONENT_PAIR(oc_optical_pdl_min_to_high,                    oc_optical_pm_history_pdl_min_to_high,                      "/polarization-dependent-loss/min",                      converted(oc_optical_pdl_str_to_decimal))
+COMPONENT_PAIR(oc_optical_pdl_avg_to_high,                    oc_optical_pm_history_pdl_avg_to_high,                      "/polarization-dependent-loss/avg",                      converted(oc_optical_pdl_str_to_decimal))
+COMPONENT_PAIR(oc_optical_pdl_max_to_high,                    oc_optical_pm_history_pdl_max_to_high,                      "/polarization-dependent-loss/max",                      converted(oc_optical_pdl_str_to_decimal))
+COMPONENT_PAIR(oc_optical_pdl_min_time_to_high,               oc_optical_pm_history_pdl_min_time_to_high,                 "/polarization-dependent-loss/min-time",                 raw())
+COMPONENT_PAIR(oc_optical_pdl_max_time_to_high,               oc_optical_pm_history_pdl_max_time_to_high,                 "/polarization-dependent-loss/max-time",                 raw())
+COMPONENT_PAIR(oc_optical_inpower_min_to_high,                oc_optical_inpower_min_his_to_high,                         "/input-power/min",                                      converted(oc_optical_inpower_str_to_decimal))
+COMPONENT_PAIR(oc_optical_inpower_avg_to_high,                oc_optical_inpower_avg_his_to_high,                         "/input-power/avg",                                      converted(oc_optical_inpower_str_to_decimal))
+COMPONENT_PAIR(oc_optical_inpower_max_to_high,                oc_optical_inpower_max_his_to_high,                         "/input-power/max",                                      converted(oc_optical_inpower_str_to_decimal))
+COMPONENT_PAIR(oc_optical_inpower_min_time_to_high,           oc_optical_inpower_min_time_his_to_high,                    "/input-power/min-time",                                 raw())
+COMPONENT_PAIR(oc_optical_inpower_max_time_to_high,           oc_optical_inpower_max_time_his_to_high,                    "/input-power/max-time",                                 raw())
 // clang-format on
 
 // The length of a bin, in nanoseconds; a history has one length only.
@@ -269,11 +260,11 @@ rcode add_otu_intervals(zmf_map_ctx ctx, const zmf_datatree *node, zmf_datatree 
     if (!port.has_channel()) {
         return port.name_read;
     }
+    const uint32_t itype = class_of(port);
     (void)add(ctx, tree, post_fec_interval, oc_optical_interval_to_high(ctx, node, tree));
     const rcode status = add(ctx, tree, pre_fec_interval, oc_optical_interval_to_high(ctx, node, tree));
-    return class_of(port) == ITYPE_COHERENT_DSP
-               ? add(ctx, tree, q_value_interval, oc_optical_interval_to_high(ctx, node, tree))
-               : status;
+    return itype == ITYPE_COHERENT_DSP ? add(ctx, tree, q_value_interval, oc_optical_interval_to_high(ctx, node, tree))
+                                       : status;
 }
 
 rcode add_component_intervals(zmf_map_ctx ctx, const zmf_datatree *node, zmf_datatree *tree) {

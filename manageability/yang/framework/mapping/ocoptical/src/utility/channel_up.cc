@@ -3,26 +3,11 @@
 
 #include "engine/add.h"
 #include "engine/request.h"
-#include "exported.h"
 #include "namespaces.h"
 
 namespace ocoptical {
 
 namespace {
-
-const char *value_of(const channel_value &value, zmf_map_ctx ctx, const zmf_datatree *node, char *decimal_text) {
-    const char *native = node != nullptr ? node->value : nullptr;
-    switch (value.how) {
-    case channel_value::form::raw:
-        return native;
-    case channel_value::form::converted:
-        return value.convert(ctx, node, nullptr);
-    case channel_value::form::decimal:
-        (void)oc_optical_convert_scientific_to_decimal_notation(native, decimal_text);
-        return decimal_text;
-    }
-    return nullptr;
-}
 
 rcode look_up_and_add(channel_frame &f, const channel_row &row, zmf_map_ctx ctx, const zmf_datatree *node,
                       zmf_datatree *tree, const char *value) {
@@ -54,7 +39,7 @@ rcode add_to_channel(channel_frame &f, const channel_row &row, zmf_map_ctx ctx, 
     const char *value = nullptr;
     const auto convert_and_test = [&] {
         value = value_of(row.value, ctx, node, decimal_text);
-        return row.value.how == channel_value::form::decimal ? tree != nullptr : are_given(node, tree);
+        return are_given(row.value, node, tree);
     };
     return in_frame(f.around, ctx, convert_and_test, [&] { return look_up_and_add(f, row, ctx, node, tree, value); });
 }

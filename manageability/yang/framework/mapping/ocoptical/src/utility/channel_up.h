@@ -8,33 +8,15 @@
 #include "engine/callback.h"
 #include "engine/trace.h"
 #include "utility/logical_channels.h"
+#include "utility/up_value.h"
 #include "zmf.h"
 
 namespace ocoptical {
 
-struct channel_value {
-    enum class form : uint8_t { raw, converted, decimal };
-    form how;
-    zmf_value_fn convert = nullptr;
-};
-
-// The native text.
-consteval channel_value raw() {
-    return {channel_value::form::raw};
-}
-// What a conversion of the node gives, a null text too. It runs before the arguments are tested.
-consteval channel_value converted(zmf_value_fn by) {
-    return {channel_value::form::converted, by};
-}
-// A number in scientific notation as a decimal one. It runs before the output is tested, and no other argument is.
-consteval channel_value decimal() {
-    return {channel_value::form::decimal};
-}
-
 struct channel_row {
     carrier_list list;
     const char *path;
-    channel_value value;
+    up_value value;       // converted before the arguments are tested
     log_text found = {};  // takes carrier, channel, native text
     log_text values = {}; // takes native text and value
 };

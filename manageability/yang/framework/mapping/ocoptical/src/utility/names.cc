@@ -117,9 +117,7 @@ OC_EXPORT rcode oc_optical_convert_interface_to_logical_id(const char *name, cha
         return OCOPTICAL_BAD_NAME;
     }
     char mapped[text_size] = "";
-    if (snprintf(mapped, sizeof mapped, "%s", name) >= static_cast<int>(sizeof mapped)) {
-        mapped[0] = '\0'; // a name that does not fit is none
-    }
+    snprintf(mapped, sizeof mapped, "%s", name);
     replace(mapped, '/', '_');
     uint32_t channel = 0;
     if (ocoptical_ifmap_c_find_ifindex(mapped, &channel) != RC_OK || channel == 0) {
