@@ -1,6 +1,8 @@
 // Statistics end to end: what a client sees of the lab device (examples/lab.json) while it serves its flex bins, and
 // while it has its 30-second history alone. A read more: a row.
+#include <functional>
 #include <string>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -180,6 +182,79 @@ TEST(performance, of_an_optical_channel) {
     };
     for (const read_row &row : rows)
         check(row);
+}
+
+// "avg=9.40" of "... q-value(instant=9.40 avg=9.40 ...) ...", or nothing.
+std::string shown_leaf(const std::string &whole, const std::string &container, const std::string &leaf) {
+    const size_t from = container.empty() ? 0 : whole.find(container + "(");
+    const size_t end = container.empty() ? whole.size() : whole.find(')', from);
+    for (const char before : {' ', '('}) {
+        const size_t place = whole.find(before + leaf + "=", from);
+        if (from != std::string::npos && place < end)
+            return whole.substr(place + 1, whole.find_first_of(" )", place + 1) - place - 1);
+    }
+    return "";
+}
+
+// Each leaf has its own way down: alone it tells what it tells among the others, or that it is not there.
+TEST(performance, of_one_leaf) {
+    const std::vector<std::string> figures = {"instant", "avg", "min", "max", "interval", "min-time", "max-time"};
+    const std::string name = "0/0-OpticalChannel0/0/0/13";
+    const auto of_line = [&](const std::string &state) { return line(name, state); };
+    const auto in_this_line = [&](const std::string &shown) { return in_line(name, shown); };
+    const auto of_channel = [](int index, const std::string &container) {
+        return [=](const std::string &state) { return channel(index, container + "':{'state':{" + state + "}}"); };
+    };
+    const auto in_this_channel = [](int index, const std::string &container) {
+        return [=](const std::string &shown) { return in_channel(index, container, shown); };
+    };
+    const struct {
+        std::function<std::string(const std::string &)> request, reply;
+        std::vector<std::string> containers, leaves;
+    } rows[] = {
+        {of_channel(301, "otn"),
+         in_this_channel(301, "otn"),
+         {""},
+         {"errored-seconds", "severely-errored-seconds", "unavailable-seconds", "fec-uncorrectable-words",
+          "fec-corrected-bits", "background-block-errors"}},
+        {of_channel(301, "otn"),
+         in_this_channel(301, "otn"),
+         {"pre-fec-ber", "post-fec-ber", "q-value", "esnr"},
+         figures},
+        {of_channel(101, "ethernet"),
+         in_this_channel(101, "ethernet"),
+         {""},
+         {"in-mac-pause-frames", "in-oversize-frames", "in-jabber-frames", "in-fragment-frames", "in-crc-errors",
+          "out-mac-pause-frames", "in-pcs-bip-errors", "in-pcs-errored-seconds", "in-pcs-severely-errored-seconds",
+          "in-pcs-unavailable-seconds"}},
+        {of_line,
+         in_this_line,
+         {"input-power", "chromatic-dispersion", "second-order-polarization-mode-dispersion",
+          "polarization-dependent-loss"},
+         figures},
+    };
+    size_t told = 0;
+    for (const bool flex_bins : {true, false}) {
+        device_road device(lab_with(flex_bins));
+        for (const auto &row : rows) {
+            const std::string whole = device.seen(row.request(""), OP_GET);
+            for (const std::string &container : row.containers) {
+                for (const std::string &leaf : row.leaves) {
+                    const std::string member = "'" + leaf + "':null";
+                    const std::string request =
+                        row.request(container.empty() ? member : "'" + container + "':{" + member + "}");
+                    const std::string shown = shown_leaf(whole, container, leaf);
+                    const std::string reply = device.seen(request, OP_GET);
+                    told += !shown.empty();
+                    if (shown.empty())
+                        EXPECT_EQ(reply.find(leaf + "="), std::string::npos) << request;
+                    else
+                        EXPECT_EQ(reply, row.reply(container.empty() ? shown : container + "(" + shown + ")"));
+                }
+            }
+        }
+    }
+    EXPECT_EQ(told, 2 * (6 + 28 + 10 + 28) - 1u); // a bin has no interval of esnr
 }
 
 // A grey port tells the interval of its signal to noise ratio, and in the history all the others beside it.
