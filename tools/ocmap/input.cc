@@ -47,13 +47,9 @@ public:
 
     const std::string &name() const { return name_; }
 
+private:
     [[noreturn]] void refuse(const std::string &why) const { throw bad_input{name_ + ": " + why}; }
 
-    [[noreturn]] void refuse_at(size_t line, size_t column, const std::string &why) const {
-        throw bad_input{name_ + ":" + std::to_string(line) + ":" + std::to_string(column) + ": " + why};
-    }
-
-private:
     size_t announced_size() const {
         struct stat facts {};
         if (::fstat(descriptor_, &facts) != 0)
@@ -74,7 +70,12 @@ private:
     int descriptor_;
 };
 
-format recognise(const file &source, std::string_view bytes) {
+[[noreturn]] void refuse_at(const input_bytes &input, size_t line, size_t column, const std::string &why) {
+    throw bad_input{input.name + ":" + std::to_string(line) + ":" + std::to_string(column) + ": " + why};
+}
+
+format recognise(const input_bytes &input) {
+    const std::string_view bytes = input.text;
     const std::string_view mark = "\xef\xbb\xbf";
     const size_t start = bytes.starts_with(mark) ? mark.size() : 0;
     size_t line = 1, line_start = start;
@@ -93,10 +94,10 @@ format recognise(const file &source, std::string_view bytes) {
         case '\r':
             break;
         default:
-            source.refuse_at(line, at - line_start + 1, "neither XML nor JSON: a request begins with '<' or '{'");
+            refuse_at(input, line, at - line_start + 1, "neither XML nor JSON: a request begins with '<' or '{'");
         }
     }
-    source.refuse("an empty request");
+    throw bad_input{input.name + ": an empty request"};
 }
 
 } // namespace
@@ -106,13 +107,20 @@ std::string name_of(const std::string &file) {
 }
 
 request_file load_request(const std::string &name, purpose what) {
+    return make_request(load_bytes(name, what), what);
+}
+
+input_bytes load_bytes(const std::string &name, purpose what) {
     const file source(name, what == purpose::native ? largest_native : largest_request);
-    const std::string bytes = source.read_whole();
-    const format form = recognise(source, bytes);
+    return {source.name(), source.read_whole()};
+}
+
+request_file make_request(const input_bytes &input, purpose what) {
+    const format form = recognise(input);
     try {
-        return {read_request(bytes, form, what), form, bytes.size()};
+        return {read_request(input.text, form, what), form, input.text.size()};
     } catch (const input_error &error) {
-        source.refuse_at(error.line, error.column, error.text);
+        refuse_at(input, error.line, error.column, error.text);
     }
 }
 

@@ -25,4 +25,12 @@ std::string name_of(const std::string &file); // for messages
 // `name` is a path, or "-" for standard input. Throws bad_input.
 request_file load_request(const std::string &name, purpose what);
 
+// The same in two steps, for a request that is wanted more than once: a walk leaves its marks in the tree.
+struct input_bytes {
+    std::string name; // for messages
+    std::string text;
+};
+input_bytes load_bytes(const std::string &name, purpose what);
+request_file make_request(const input_bytes &input, purpose what);
+
 } // namespace ocmap

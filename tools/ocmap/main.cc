@@ -8,6 +8,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include "diff.h"
 #include "down.h"
 #include "edit.h"
 #include "explain.h"
@@ -54,6 +55,7 @@ int run(int count, char **words) {
     ocmap::add_up(app, chosen);
     ocmap::add_explain(app, chosen);
     ocmap::add_matrix(app, chosen);
+    ocmap::add_diff(app, chosen);
     try {
         app.parse(count, words);
     } catch (const CLI::ParseError &outcome) {

@@ -126,11 +126,10 @@ std::vector<matrix_row> empty_rows(const zmf::plugin &by) {
 }
 
 void add_platform(const zmf::plugin &by, size_t number, std::vector<matrix_row> &rows, faults &found) {
-    const platform &kind = platforms()[number];
-    const device::description on = device_of(kind);
+    const device::description on = device_of(platforms()[number]);
     device::install(on);
     device::install_state_store(on, "lab.json");
-    set_history(by, kind.has_history);
+    by.serve(on.flex_bins ? zmf::performance::flex_bins : zmf::performance::history);
     survey of(by, on);
     if (of.up().status != RC_OK)
         found["the way up, " + of.up().failure.path + ": " + zmf::status_name(of.up().status)].set(number);
@@ -182,11 +181,6 @@ bool matrix_row::is_ever(size_t first_column, size_t columns_behind, outcome wha
             if (each.what.what() == what)
                 return true;
     return false;
-}
-
-void set_history(const zmf::plugin &by, bool has_history) {
-    if (auto *word = static_cast<uint32_t *>(by.symbol("OC_OPTICAL_PM_IS_FLEXBIN_UNSUPPORTED")))
-        *word = has_history ? 1 : 0;
 }
 
 matrix make_matrix(const zmf::plugin &by, const std::function<void(size_t platform)> &progress) {

@@ -67,6 +67,4 @@ struct model_count {
 };
 std::vector<model_count> counts(const matrix &of); // by module, in order of appearance, the sum last
 
-void set_history(const zmf::plugin &by, bool has_history);
-
 } // namespace ocmap

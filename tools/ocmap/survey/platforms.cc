@@ -101,6 +101,7 @@ device::description device_of(const platform &kind) {
     made.router_type = kind.router_type;
     made.optical_terminal_device = kind.has_terminal_device;
     made.legacy_optical_terminal_device = kind.is_legacy;
+    made.flex_bins = !kind.has_history;
     return made;
 }
 
