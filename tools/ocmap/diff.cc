@@ -138,6 +138,10 @@ void add_diff(CLI::App &app, std::function<int()> &chosen) {
         ->expected(1)
         ->take_all()
         ->type_name("FILE");
+    command->footer("The exit status is 1 if a device refuses the request.\n"
+                    "Example:\n"
+                    "  ocmap diff --device examples/lab.json --device examples/legacy.json --op edit "
+                    "examples/provision-optical-channel.xml");
     add_plugin_option(*command, options->plugin);
     command
         ->add_option("--op", options->op,

@@ -49,6 +49,8 @@ int down(const down_options &options) {
 void add_down(CLI::App &app, std::function<int()> &chosen) {
     auto options = std::make_shared<down_options>();
     CLI::App *command = app.add_subcommand("down", "Walk an OpenConfig request down to native paths and print them");
+    command->footer("Example:\n"
+                    "  ocmap down --op get --calls examples/read-one-channel.xml");
     command->add_option("--op", options->op, "Kind of request: get, get-config, edit, edit-checked, edit-full")
         ->required()
         ->check(CLI::IsMember(op_types))

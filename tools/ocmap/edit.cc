@@ -97,7 +97,10 @@ void add_edit(CLI::App &app, std::function<int()> &chosen) {
     auto options = std::make_shared<edit_options>();
     CLI::App *command = app.add_subcommand("edit", "Change the configuration of a device, all of a request or nothing");
     command->footer("Prints <ok/>, in JSON {\"ietf-netconf:ok\": [null]}, unless an option asks for something else.\n"
-                    "The device is forgotten with the end of the program, unless it is saved.");
+                    "The device is forgotten with the end of the program, unless it is saved.\n"
+                    "Example:\n"
+                    "  cp examples/lab.json device.json\n"
+                    "  ocmap edit --device device.json --save examples/provision-channels.xml");
     command->add_option("--op", options->op, "Kind of edit: edit, edit-checked, edit-full (default: edit)")
         ->check(CLI::IsMember(op_types))
         ->type_name("KIND");

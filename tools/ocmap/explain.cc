@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <memory>
 #include <string>
+#include <unistd.h>
 #include <vector>
 
 #include <CLI/CLI.hpp>
@@ -18,6 +19,7 @@ namespace {
 struct explain_options {
     road_options road;
     std::vector<std::string> paths;
+    bool only_list = false;
 };
 
 std::vector<std::string> known_paths(const zmf::plugin &by) {
@@ -134,21 +136,44 @@ void tell_native(const std::vector<story> &all, const ascent &up, std::vector<na
                 each.fills.push_back(&made);
 }
 
+// What a path names. Throws bad_input if that is nothing.
+struct named {
+    path_pattern path;
+    std::vector<const schema::node *> nodes;
+    std::vector<const schema::native_node *> native;
+
+    named(const std::string &written, const zmf::plugin &by)
+        : path(read_path(written)), nodes(openconfig_nodes(path, by)), native(native_nodes(path)) {
+        if (nodes.empty() && native.empty())
+            refuse(written, path, by);
+        if (!nodes.empty())
+            check_keys(written, path, nodes);
+    }
+};
+
+int list(const explain_options &options) {
+    const zmf::plugin plugin(plugin_of(options.road));
+    output out(STDOUT_FILENO);
+    for (const std::string &written : options.paths) {
+        const named found(written, plugin);
+        for (const schema::node *node : found.nodes)
+            out.write(path_of(*node) + "\n");
+        for (const schema::native_node *node : found.native)
+            out.write(path_of(*node) + "\n");
+    }
+    out.finish();
+    return exit_done;
+}
+
 int explain(const explain_options &options) {
     road road(options.road);
     survey of(road.plugin, road.device.held());
     explanation told;
     for (const std::string &written : options.paths) {
-        const path_pattern path = read_path(written);
-        const auto nodes = openconfig_nodes(path, road.plugin);
-        const auto native = native_nodes(path);
-        if (nodes.empty() && native.empty())
-            refuse(written, path, road.plugin);
-        if (!nodes.empty())
-            check_keys(written, path, nodes);
-        for (const schema::node *node : nodes)
-            told.nodes.push_back(of.tell(*node, path.keys()));
-        for (const schema::native_node *node : native)
+        const named found(written, road.plugin);
+        for (const schema::node *node : found.nodes)
+            told.nodes.push_back(of.tell(*node, found.path.keys()));
+        for (const schema::native_node *node : found.native)
             told.native.push_back({node, {}, {}});
     }
     const std::vector<story> all = all_stories(of, road.plugin);
@@ -176,7 +201,14 @@ void add_explain(CLI::App &app, std::function<int()> &chosen) {
                      "OpenConfig or native paths, with or without keys; * stands for any letters of a step, ** for any "
                      "steps")
         ->required();
-    command->callback([options, &chosen] { chosen = [options] { return explain(*options); }; });
+    command->add_flag("--list", options->only_list, "Print the paths that are named, and no more");
+    command->footer("Examples:\n"
+                    "  ocmap explain /components/component/optical-channel/config/frequency\n"
+                    "  ocmap explain '/terminal-device/logical-channels/channel[index=300]/otn/state/pre-fec-ber/avg'\n"
+                    "  ocmap explain --device examples/legacy.json '/**/optics-dwdm-carrier/*'");
+    command->callback([options, &chosen] {
+        chosen = [options] { return options->only_list ? list(*options) : explain(*options); };
+    });
 }
 
 } // namespace ocmap

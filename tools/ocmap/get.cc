@@ -35,6 +35,7 @@ void add(CLI::App &app, std::function<int()> &chosen, const char *name, const ch
     auto options = std::make_shared<get_options>();
     options->op_type = op_type;
     CLI::App *command = app.add_subcommand(name, told);
+    command->footer(std::string("Example:\n  ocmap ") + name + " --format json examples/read-one-channel.xml");
     add_road_options(*command, options->road);
     command->add_option("request", options->request, "The request, NETCONF XML or RFC 7951 JSON; - is standard input")
         ->required();

@@ -47,6 +47,10 @@ int answer(const CLI::App &app, const CLI::ParseError &outcome) {
 int run(int count, char **words) {
     CLI::App app("Runs requests through the optical mapping plug-in, as a device's framework would.", "ocmap");
     app.set_version_flag("--version", "ocmap " OCMAP_VERSION);
+    app.footer("Try first:\n"
+               "  ocmap get examples/read-one-channel.xml\n"
+               "  ocmap explain /components/component/optical-channel/config/frequency\n"
+               "ocmap COMMAND --help has the options of a command and an example; man ocmap has all of it.");
     app.require_subcommand(1);
     std::function<int()> chosen;
     ocmap::add_gets(app, chosen);

@@ -1,6 +1,5 @@
 #include "matrix_command.h"
 
-#include <cstdio>
 #include <map>
 #include <memory>
 #include <string>
@@ -9,8 +8,8 @@
 #include <CLI/CLI.hpp>
 
 #include "matrix_print.h"
-#include "paint.h"
 #include "plugin_file.h"
+#include "progress.h"
 #include "report.h"
 #include "road.h"
 
@@ -25,20 +24,13 @@ using print_fn = void (*)(const matrix &, output &);
 const std::map<std::string, print_fn> forms{
     {"text", print_text}, {"csv", print_csv}, {"json", print_json}, {"html", print_html}};
 
-void show_progress(size_t platform) {
-    if (is_terminal(STDERR_FILENO))
-        std::fprintf(stderr, "\rplatform %zu of %zu", platform + 1, platform_count);
-}
-
-void end_progress() {
-    if (is_terminal(STDERR_FILENO))
-        std::fputs("\r\x1b[K", stderr);
-}
-
 int print_matrix(const matrix_options &options) {
     const zmf::plugin plugin(options.plugin.empty() ? plugin_beside_host() : options.plugin);
-    const matrix told = make_matrix(plugin, show_progress);
-    end_progress();
+    progress steps(true);
+    const matrix told = make_matrix(plugin, [&](size_t platform) {
+        steps.now("platform " + std::to_string(platform + 1) + " of " + std::to_string(platform_count));
+    });
+    steps.end();
     if (!told.unsettled.empty()) {
         for (const std::string &each : told.unsettled)
             complain(each);
@@ -56,6 +48,9 @@ int print_matrix(const matrix_options &options) {
 void add_matrix(CLI::App &app, std::function<int()> &chosen) {
     auto options = std::make_shared<matrix_options>();
     CLI::App *command = app.add_subcommand("matrix", "Tell what becomes of every leaf on every platform");
+    command->footer("Takes some seconds. The last lines of the text count leaves, by model.\n"
+                    "Example:\n"
+                    "  ocmap matrix --format html > matrix.html");
     add_plugin_option(*command, options->plugin);
     command->add_option("--format", options->form, "Form of the output: text, csv, json, html (default: text)")
         ->check(CLI::IsMember(forms))

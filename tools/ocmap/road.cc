@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <filesystem>
 #include <string_view>
 #include <unistd.h>
 #include <vector>
@@ -56,6 +57,14 @@ std::string step_of(zmf::output_node node) {
     return step;
 }
 
+// A device that takes a while.
+bool is_large(const std::string &file) {
+    constexpr uintmax_t large = uintmax_t{1} << 20;
+    std::error_code unknown;
+    const uintmax_t bytes = std::filesystem::file_size(file, unknown);
+    return !unknown && bytes > large;
+}
+
 CLI::Validator is_named() {
     return {[](const std::string &name) { return name.empty() ? "an empty name" : ""; }, ""};
 }
@@ -66,6 +75,10 @@ void add_plugin_option(CLI::App &command, std::string &file) {
     command.add_option("--plugin", file, "Plug-in to load (default: ../lib/libocoptical.so beside the host)")
         ->check(is_named())
         ->type_name("FILE");
+}
+
+std::string plugin_of(const road_options &options) {
+    return options.plugin.empty() ? plugin_beside_host() : options.plugin;
 }
 
 void add_device_options(CLI::App &command, road_options &options) {
@@ -85,11 +98,20 @@ void add_road_options(CLI::App &command, road_options &options) {
 }
 
 road::road(const road_options &options)
-    : out(STDOUT_FILENO), device(options.device.empty() ? device::lab() : device::read_file(options.device)),
-      plugin(options.plugin.empty() ? plugin_beside_host() : options.plugin), options_(options) {
+    : options_(options), steps_(is_large(options.device) && !options.calls && !options.trace), out(STDOUT_FILENO),
+      device(read_device()), plugin(plugin_of(options)) {
     device::install(device.held());
     plugin.serve(device.held().flex_bins ? zmf::performance::flex_bins : zmf::performance::history);
     device::install_state_store(device.held(), options.device.empty() ? "lab.json" : options.device);
+}
+
+device::store road::read_device() {
+    if (options_.device.empty())
+        return device::store(device::lab());
+    steps_.now("reading " + options_.device);
+    device::store read(device::read_file(options_.device));
+    steps_.end();
+    return read;
 }
 
 void road::watch(zmf::session &session) {
@@ -114,7 +136,9 @@ void road::end_of_calls() {
 
 void road::down(zmf::session &session, const request_file &request, size_t filter_bytes, zmf::output_tree &native) {
     limit_memory(request, filter_bytes, is_read(session), session, native);
+    steps_.now("walking down");
     const rcode status = plugin.down(session, request.tree, native);
+    steps_.end();
     if (status == RC_OK)
         return;
     out.finish();
@@ -127,7 +151,9 @@ void road::down(zmf::session &session, const request_file &request, size_t filte
 }
 
 void road::up(zmf::session &session, const zmf::fixed_tree &native, bool with_operational, zmf::output_tree &reply) {
+    steps_.now("walking up");
     const rcode status = plugin.up(session, native, reply, with_operational);
+    steps_.end();
     if (status == RC_OK)
         return;
     out.finish();
@@ -144,7 +170,9 @@ void road::read(zmf::session &session, const request_file &request, size_t filte
     {
         zmf::output_tree native;
         down(session, request, filter_bytes, native);
+        steps_.now("asking the device");
         answer = device.answer(native, with_operational);
+        steps_.end();
     }
     up(session, answer, with_operational, reply);
 }

@@ -9,6 +9,7 @@
 #include "input.h"
 #include "narrow.h"
 #include "output.h"
+#include "progress.h"
 #include "zmf/plugin.h"
 #include "zmf/session.h"
 
@@ -25,6 +26,7 @@ struct road_options {
 void add_road_options(CLI::App &command, road_options &options);
 void add_device_options(CLI::App &command, road_options &options); // of these: the device and the plug-in
 void add_plugin_option(CLI::App &command, std::string &file);
+std::string plugin_of(const road_options &options); // the file to load
 
 // A walk that came to a failure; everything written before it is out.
 struct walk_failure {
@@ -52,12 +54,16 @@ public:
     format form_for(format of_request) const;
     void print_reply(const zmf::output_tree &reply, const selection &told, format form);
 
+private:
+    device::store read_device();
+
+    const road_options options_;
+    progress steps_; // told of a device or request that is large
+
+public:
     output out;
     device::store device;
     const zmf::plugin plugin;
-
-private:
-    const road_options options_;
 };
 
 // Tells a leaf of a reply that has no value on standard error.

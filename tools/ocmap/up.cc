@@ -57,6 +57,9 @@ int up(const up_options &options) {
 void add_up(CLI::App &app, std::function<int()> &chosen) {
     auto options = std::make_shared<up_options>();
     CLI::App *command = app.add_subcommand("up", "Walk native trees up and print the OpenConfig tree that they make");
+    command->footer("Example:\n"
+                    "  ocmap edit --dry-run examples/provision-channels.xml > native.xml\n"
+                    "  ocmap up --op get-config native.xml");
     command->add_option("--op", options->op, "Kind of read: get, get-config (default: get)")
         ->check(CLI::IsMember(op_types))
         ->type_name("KIND");
