@@ -7,6 +7,7 @@
 #include <fcntl.h>
 #include <filesystem>
 #include <fstream>
+#include <pty.h>
 #include <spawn.h>
 #include <sstream>
 #include <stdexcept>
@@ -74,6 +75,60 @@ int pipe_without_reader() {
     return ends[1];
 }
 
+// What stands on a terminal until the last of its programs has ended.
+std::string read_terminal(int descriptor) {
+    std::string text;
+    std::array<char, 4096> piece{};
+    for (;;) {
+        const ssize_t count = ::read(descriptor, piece.data(), piece.size());
+        if (count <= 0) // an error when nobody has the other end any longer
+            return text;
+        text.append(piece.data(), static_cast<size_t>(count));
+    }
+}
+
+class terminal {
+public:
+    explicit terminal(bool is_wanted) {
+        if (is_wanted && ::openpty(&own_, &other_, nullptr, nullptr, nullptr) != 0)
+            throw std::runtime_error("no terminal");
+    }
+    ~terminal() {
+        give_away();
+        if (own_ >= 0)
+            ::close(own_);
+    }
+    terminal(const terminal &) = delete;
+    terminal &operator=(const terminal &) = delete;
+
+    int other() const { return other_; }
+    void give_away() {
+        if (other_ >= 0)
+            ::close(other_);
+        other_ = -1;
+    }
+    std::string read() const { return read_terminal(own_); }
+
+private:
+    int own_ = -1, other_ = -1;
+};
+
+std::vector<char *> pointers_to(std::vector<std::string> &texts) {
+    std::vector<char *> pointers;
+    pointers.reserve(texts.size() + 1);
+    for (std::string &text : texts)
+        pointers.push_back(text.data());
+    pointers.push_back(nullptr);
+    return pointers;
+}
+
+std::vector<std::string> environment_with(const std::vector<std::string> &more) {
+    std::vector<std::string> all = more;
+    for (char **each = environ; *each != nullptr; ++each)
+        all.emplace_back(*each);
+    return all;
+}
+
 outcome wait_for(pid_t child) {
     int state = 0;
     struct rusage used {};
@@ -90,28 +145,36 @@ outcome run_host(const std::vector<std::string> &arguments, const wiring &wires)
     const std::string out = scratch().file("stdout"), err = scratch().file("stderr");
     const int write_only = O_WRONLY | O_CREAT | O_TRUNC;
     const int pipe_end = wires.is_output_closed ? pipe_without_reader() : -1;
+    terminal screen(wires.is_terminal);
     file_actions actions;
     actions.open(STDIN_FILENO, wires.input, O_RDONLY);
-    if (wires.is_output_closed)
+    if (wires.is_terminal)
+        actions.duplicate(screen.other(), STDOUT_FILENO);
+    else if (wires.is_output_closed)
         actions.duplicate(pipe_end, STDOUT_FILENO);
     else
         actions.open(STDOUT_FILENO, wires.output.empty() ? out : wires.output, write_only);
-    actions.open(STDERR_FILENO, err, write_only);
+    if (wires.is_terminal)
+        actions.duplicate(screen.other(), STDERR_FILENO);
+    else
+        actions.open(STDERR_FILENO, err, write_only);
 
     std::vector<std::string> words{OCMAP_HOST};
     words.insert(words.end(), arguments.begin(), arguments.end());
-    std::vector<char *> pointers;
-    pointers.reserve(words.size() + 1);
-    for (std::string &word : words)
-        pointers.push_back(word.data());
-    pointers.push_back(nullptr);
-
+    std::vector<std::string> environment = environment_with(wires.environment);
     pid_t child = 0;
-    if (const int error = ::posix_spawn(&child, OCMAP_HOST, actions.get(), nullptr, pointers.data(), environ))
+    if (const int error = ::posix_spawn(&child, OCMAP_HOST, actions.get(), nullptr, pointers_to(words).data(),
+                                        pointers_to(environment).data()))
         throw std::runtime_error(std::string("the host does not start: ") + std::strerror(error));
     if (pipe_end >= 0)
         ::close(pipe_end);
+    screen.give_away();
+    const std::string seen = wires.is_terminal ? screen.read() : "";
     outcome result = wait_for(child);
+    if (wires.is_terminal) {
+        result.out = seen;
+        return result;
+    }
     if (wires.output.empty() && !wires.is_output_closed)
         result.out = content_of(out);
     result.err = content_of(err);

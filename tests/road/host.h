@@ -13,6 +13,8 @@ struct wiring {
     std::string input = "/dev/null";
     std::string output{};          // empty: caught in outcome::out
     bool is_output_closed = false; // a pipe that nobody reads
+    bool is_terminal = false;      // output and messages go to a terminal, and are caught together in outcome::out
+    std::vector<std::string> environment{}; // "NAME=VALUE", beside what is set already
 };
 
 struct outcome {

@@ -206,9 +206,8 @@ void add_explain(CLI::App &app, std::function<int()> &chosen) {
                     "  ocmap explain /components/component/optical-channel/config/frequency\n"
                     "  ocmap explain '/terminal-device/logical-channels/channel[index=300]/otn/state/pre-fec-ber/avg'\n"
                     "  ocmap explain --device examples/legacy.json '/**/optics-dwdm-carrier/*'");
-    command->callback([options, &chosen] {
-        chosen = [options] { return options->only_list ? list(*options) : explain(*options); };
-    });
+    command->callback(
+        [options, &chosen] { chosen = [options] { return options->only_list ? list(*options) : explain(*options); }; });
 }
 
 } // namespace ocmap

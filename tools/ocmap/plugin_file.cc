@@ -2,6 +2,7 @@
 // distribution has its libraries.
 #include "plugin_file.h"
 
+#include <bit>
 #include <filesystem>
 #include <sys/auxv.h>
 
@@ -15,7 +16,7 @@ path host_file() {
     std::error_code failed;
     path host = std::filesystem::read_symlink("/proc/self/exe", failed);
     if (failed)
-        host = std::filesystem::canonical(reinterpret_cast<const char *>(::getauxval(AT_EXECFN)), failed);
+        host = std::filesystem::canonical(std::bit_cast<const char *>(::getauxval(AT_EXECFN)), failed);
     return host;
 }
 
