@@ -64,12 +64,20 @@ public:
 private:
     void select(output_node asked, const native_node *node, selection &into) {
         const bool is_filled(asked.first_child());
-        if (node->what == schema::kind::list && is_filled)
+        if (node->what == schema::kind::list && (is_filled || tells_of_itself(node)))
             select_entry(asked, node, into.lists[node]);
         else if (node->what == schema::kind::container && is_filled)
             select_below(asked, node, into);
         else if (node->what != schema::kind::list && (into.subtrees.empty() || into.subtrees.back() != node))
             into.subtrees.push_back(node);
+    }
+
+    // An entry that was opened and not filled is none, unless its list has leaves that come with it in any case.
+    static bool tells_of_itself(const native_node *list) {
+        for (const native_node *child = list + 1; child < list->end; ++child)
+            if (child->parent == list && child->is_told)
+                return true;
+        return false;
     }
 
     void select_entry(output_node asked, const native_node *list, list_filter &into) {
@@ -80,7 +88,7 @@ private:
         selection &selected = into.by_given_keys[given][key];
         if (has_other_than_keys(asked, list))
             select_below(asked, list, selected);
-        else
+        else if (asked.first_child())
             selected.everything = true;
     }
 

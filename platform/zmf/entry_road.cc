@@ -103,11 +103,19 @@ rcode entry_road::check_key(const zmf_datatree &entry, const char *&name) {
         zmf_oc_error_path(ctx_);
         return RC_SUBTREE_ERROR;
     }
-    if (keys > 1 || (!is_read() && *name == '\0'))
+    const bool has_name = *name != '\0';
+    if (!is_read() && has_name) {
+        const rcode status = zmf_map_check_oc_leafref(ctx_, list_.path, "config", "name", &entry);
+        if (status != RC_OK)
+            return status;
+    }
+    if (keys > 1 || (!is_read() && !has_name))
         return refuse("name", RC_LIST_KEY_ERROR);
-    if (key != nullptr && is_deleted(*key))
-        return refuse("name", RC_KEY_DELETE);
-    return is_read() ? RC_OK : zmf_map_check_oc_leafref(ctx_, list_.path, "config", "name", &entry);
+    if (key != nullptr && is_deleted(*key)) {
+        zmf_oc_error_path(ctx_);
+        return RC_KEY_DELETE;
+    }
+    return RC_OK;
 }
 
 } // namespace zmf

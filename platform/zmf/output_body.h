@@ -99,6 +99,7 @@ struct output_tree::body : node_store {
 
     size_t bytes() const noexcept;
 
+    void make_current(uint32_t entry, uint32_t level, entry_notes &notes);
     uint32_t keep_place(uint32_t parent, uint32_t cls); // its number in `places`
     std::vector<kept_place> places = std::vector<kept_place>(1);
 

@@ -517,6 +517,11 @@ bool output_tree::body::exceeds_limit(size_t need) const noexcept {
     return need > limit || bytes() > limit - need;
 }
 
+void output_tree::body::make_current(uint32_t entry, uint32_t level, entry_notes &notes) {
+    notes.enter(*this);
+    notes.note(entry, level);
+}
+
 rcode output_tree::body::add(uint32_t start, const addition &what, entry_notes &notes, uint32_t &added) {
     const std::vector<path_step> &steps = what.path->steps;
     const std::vector<uint32_t> &step_classes = what.path->classes;
@@ -537,13 +542,15 @@ rcode output_tree::body::add(uint32_t start, const addition &what, entry_notes &
         (limit != SIZE_MAX && exceeds_limit(bytes_needed(what, known, known == what.steps ? place : 0))))
         return rc_too_big;
 
-    for (; known < what.steps; ++known)
+    for (; known < what.steps; ++known) {
         place = create_step(place, step_classes[known], steps[known], ns);
+        if (classes[step_classes[known]].native != nullptr)
+            make_current(place, what.level, notes);
+    }
     set_value(place, what.value, what.source);
     if (what.list_flag && !class_of(at(place)).is_leaf_list) {
         at(place).list_entry = 1;
-        notes.enter(*this);
-        notes.note(place, what.level);
+        make_current(place, what.level, notes);
     }
     added = place;
     return RC_OK;

@@ -111,8 +111,7 @@ void session::body::pop_top() noexcept {
     --list_depth;
     positions.resize(frame.list_positions);
     current_entries.give_back(frame.output_entries);
-    if (list_depth == 0) // the next entry that is walked has native entries of its own
-        current_entries.keep_apart();
+    current_entries.keep_apart(); // the next entry that is walked has native entries of its own
 }
 
 void session::body::pop(const zmf_datatree *node) noexcept {

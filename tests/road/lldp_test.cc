@@ -70,7 +70,19 @@ TEST(neighbors, of_the_lab_device) {
         {in_neighbors("101", "{" + asked + "}"),
          in_neighbors("101", neighbor(tap, ttl("30")) + "," + neighbor(third, ttl("120")) + "," +
                                  neighbor(fourth, ttl("100")))},
+        {in_neighbors("101", "{'id':null}"),
+         in_neighbors("101", "{'id':'" + tap + "'},{'id':'" + third + "'},{'id':'" + fourth + "'}")},
         {by_key(fourth), in_neighbors("101", neighbor(fourth, ttl("100")))},
+        // Of several keys the last one counts, and an entry without key asks for all.
+        {in_neighbors("101", neighbor(fourth, asked) + "," + neighbor("[DISABLED]#circuit-9", asked)),
+         in_neighbors("101", neighbor("[DISABLED]#circuit-9", ttl("30")))},
+        {in_neighbors("101", neighbor(fourth, asked) + ",{" + asked + "}"),
+         in_neighbors("101", neighbor(tap, ttl("30")) + "," + neighbor(third, ttl("120")) + "," +
+                                 neighbor(fourth, ttl("100")))},
+        {in_neighbors("101", neighbor(third, "'custom-tlvs':{'tlv':[{'state':{'value':null}}]}")),
+         in_neighbors("101", neighbor(third, "'custom-tlvs':{'tlv':[{'oui':'00-12-0f','oui-subtype':'4','type':127,"
+                                             "'state':{'value':'2400'}},{'oui':'00-80-c2','oui-subtype':'1',"
+                                             "'type':127,'state':{'value':'0064'}}]}"))},
         {by_key("edge-7.lab#eth1/0/5"), none},
         {by_key("edge-7.lab"), none},
         {by_key("edge-9.lab#eth1/0/4"), none},

@@ -503,9 +503,10 @@ TEST(store, answers_entries_without_keys) {
          details(detail(i1d2, "lldp-neighbor{hold-time=7}"))},
         {"*" NEIGHBOR " " NEIGHBOR "/hold-time " DETAIL "/device-id=d3", "lldp{nodes{node{node-name=N}}}"},
         {"*" NEIGHBOR " *" TLV " " TLV "/oui=a " DETAIL "/device-id=d1 " DETAIL "/interface-name=I1",
-         details(detail(i1d1, "lldp-neighbor{mib{org-def-tlv-list{lldp-org-def-tlv-entry{oui=b} "
-                              "lldp-org-def-tlv-entry{oui=a} lldp-org-def-tlv-entry{oui=b}}} port-id-detail=p2} "
-                              "lldp-neighbor{device-id=d1 port-id-detail=p1}"))},
+         details(detail(
+             i1d1, "lldp-neighbor{mib{org-def-tlv-list{lldp-org-def-tlv-entry{oui=b} "
+                   "lldp-org-def-tlv-entry{oui=a tlv-subtype=1} lldp-org-def-tlv-entry{oui=b}}} port-id-detail=p2} "
+                   "lldp-neighbor{device-id=d1 port-id-detail=p1}"))},
     };
     for (const auto &row : rows) {
         const tree_of_adds request(row.request);

@@ -38,22 +38,38 @@ bool has_channel(zmf_map_ctx ctx) {
 } // namespace
 
 // An interface with a channel reads enabled, whatever it transmits and receives: both leaves are read, neither counts.
-CONVERSION_WHERE(true, ymap_xo_oc_optical_corvaneethernetlldpoper_list_lvla_lldp_interfaces_interface) {
-    if (node == nullptr || tree == nullptr) {
-        TRACE(ctx, ERR("NULL arguments passed"));
-        return RC_SUBTREE_ERROR;
-    }
+
+namespace {
+
+rcode add_interface(zmf_map_ctx ctx, zmf_datatree *tree, const char *oc_self) {
     if (!is_get(ctx)) {
         return RC_OK;
     }
-    const carrier port(ctx, interfaces);
+    const char *name = read_leaf(ctx, interfaces.path, interfaces.key);
     (void)read_leaf(ctx, NATIVE_LLDP_INTERFACE, "tx-enabled");
     (void)read_leaf(ctx, NATIVE_LLDP_INTERFACE, "rx-enabled");
-    if (!port.has_channel()) {
+    char logical_id[text_size] = "";
+    if (oc_optical_convert_interface_to_logical_id(name, logical_id) != RC_OK) {
         return RC_OK;
     }
-    return set_leaf(ctx, tree, oc, OC_CHANNEL "[index=%s]/ethernet/lldp/state/enabled", port.logical_id, "true",
-                    oc_self);
+    return set_leaf(ctx, tree, oc, OC_CHANNEL "[index=%s]/ethernet/lldp/state/enabled", logical_id, "true", oc_self);
+}
+
+} // namespace
+
+// By hand down to its frame: the refusal of its arguments has words and a status of its own.
+extern "C" OC_EXPORT rcode ymap_xo_oc_optical_corvaneethernetlldpoper_list_lvla_lldp_interfaces_interface(
+    zmf_map_ctx ctx, const zmf_datatree *node, zmf_datatree *tree) {
+    OC_SELF;
+    assert(NULL != ctx);
+    TRACE(ctx, TRC("Start"));
+    if (!are_given(node, tree)) {
+        TRACE(ctx, ERR("NULL arguments passed"));
+        return RC_SUBTREE_ERROR;
+    }
+    const rcode status = add_interface(ctx, tree, oc_self);
+    TRACE(ctx, TRC("End"));
+    return status;
 }
 
 CONVERSION_WHERE(true, ocoptical_lldp_enabled_to_high) {
@@ -113,15 +129,16 @@ void spend_client_key() {
 } // namespace
 
 CONVERSION(ymap_xo_oc_optical_corvaneethernetlldpoper_list_lvla_lldp_detail_lldpneighbor) {
-    const carrier port(ctx, neighbors);
+    const char *name = read_leaf(ctx, neighbors.path, neighbors.key);
     const char *device_id = read_leaf(ctx, NATIVE_LLDP_DETAIL, "device-id");
     const char *port_id = read_leaf(ctx, NATIVE_LLDP_NEIGHBOR, "port-id-detail");
-    if (port.name == nullptr || ctx->req_ctx == nullptr) {
+    if (name == nullptr || ctx->req_ctx == nullptr) {
         TRACE(ctx, ERR("intf_name or ctx->req_ctx is NULL, return here"));
         return RC_SUBTREE_ERROR;
     }
-    if (!port.has_channel()) {
-        TRACE(ctx, TRC("Invalid logical_id intf:%s"), port.name);
+    char logical_id[text_size] = "";
+    if (oc_optical_convert_interface_to_logical_id(name, logical_id) != RC_OK) {
+        TRACE(ctx, TRC("Invalid logical_id intf:%s"), name);
         return RC_OK;
     }
     if (!is_read(ctx) || device_id == nullptr || port_id == nullptr) {
@@ -132,7 +149,7 @@ CONVERSION(ymap_xo_oc_optical_corvaneethernetlldpoper_list_lvla_lldp_detail_lldp
     if (id.is_empty()) {
         return RC_OK;
     }
-    const rcode status = make_neighbor(ctx, tree, port.logical_id, id, oc_self);
+    const rcode status = make_neighbor(ctx, tree, logical_id, id, oc_self);
     if (by_key) {
         spend_client_key();
     }
