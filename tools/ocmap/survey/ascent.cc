@@ -76,6 +76,27 @@ std::string without_keys(std::string_view path) {
     return bare;
 }
 
+struct key_value {
+    std::string name, value;
+};
+
+// The keys that a path ends in, "/a[k=1]/b[l=2]/".
+std::vector<key_value> last_keys(std::string_view path) {
+    if (path.ends_with('/'))
+        path.remove_suffix(1);
+    std::vector<key_value> keys;
+    while (path.ends_with(']')) {
+        const size_t open = path.rfind('[');
+        const size_t equals = path.find('=', open);
+        if (open == std::string_view::npos || equals == std::string_view::npos)
+            break;
+        keys.push_back({std::string(path.substr(open + 1, equals - open - 1)),
+                        std::string(path.substr(equals + 1, path.size() - equals - 2))});
+        path = path.substr(0, open);
+    }
+    return keys;
+}
+
 // The same but for the values: each entry of a list tells it again.
 bool is_same(const filling &left, const filling &right) {
     return left.path == right.path && left.native == right.native && left.operation == right.operation &&
@@ -124,8 +145,24 @@ private:
         take_place(kept, kept.callback.find("_leaf_lvl") != std::string::npos);
         kept.path = without_keys(made.path == nullptr ? "" : made.path);
         kept.operation = zmf::operation_name(made.op);
-        if (made.value != nullptr)
+        if (made.key != nullptr)
+            keep_key(kept, made.key, made.value);
+        else if (made.value != nullptr)
             kept.to = made.value;
+        for (const auto &[name, value] : last_keys(made.path == nullptr ? "" : made.path))
+            keep_key(kept, name, value.c_str());
+        put(std::move(kept));
+    }
+
+    // An entry that is made by its key has that leaf, too.
+    void keep_key(filling entry, const std::string &name, const char *value) {
+        entry.path += "/" + name;
+        if (value != nullptr)
+            entry.to = value;
+        put(std::move(entry));
+    }
+
+    void put(filling kept) {
         if (std::ranges::none_of(into_, [&](const filling &each) { return is_same(each, kept); }))
             into_.push_back(std::move(kept));
     }

@@ -11,16 +11,24 @@ namespace {
 constexpr size_t get_column = static_cast<size_t>(deed::get);
 constexpr size_t edit_column = static_cast<size_t>(deed::edit);
 
-// The native leaves, each once; lists that are opened on the way to them only where there are no leaves.
-std::vector<native_target> targets_of(const finding &found) {
+// The native leaves, each once; lists, which are opened on the way to them, only where there are no leaves.
+std::vector<native_target> leaves_first(const std::vector<native_target> &all) {
     std::vector<native_target> lists, others;
-    for (const native_call &call : found.calls) {
-        const schema::native_node *node = schema::native_at(call.path);
+    for (const native_target &each : all) {
+        const schema::native_node *node = schema::native_at(each.path);
         auto &into = node != nullptr && node->what == schema::kind::list ? lists : others;
-        if (const native_target one{call.verb, call.path, call.module}; std::ranges::find(into, one) == into.end())
-            into.push_back(one);
+        if (std::ranges::find(into, each) == into.end())
+            into.push_back(each);
     }
     return others.empty() ? lists : others;
+}
+
+std::vector<native_target> targets_of(const finding &found) {
+    std::vector<native_target> all;
+    all.reserve(found.calls.size());
+    for (const native_call &call : found.calls)
+        all.push_back({call.verb, call.path, call.module});
+    return leaves_first(all);
 }
 
 cell_part part_of(const fate &told) {
@@ -55,11 +63,12 @@ cell cell_of(const std::vector<fate> &fates) {
 }
 
 cell way_back(const story &told) {
-    cell_part part;
+    std::vector<native_target> from;
     for (const filling *each : told.filled_by)
-        if (const native_target from{"fills", each->native, each->module};
-            each->is_asked && std::ranges::find(part.targets, from) == part.targets.end())
-            part.targets.push_back(from);
+        if (each->is_asked)
+            from.push_back({"fills", each->native, each->module});
+    cell_part part;
+    part.targets = leaves_first(from);
     part.what = part.targets.empty() ? outcome::dropped : outcome::mapped;
     return {{part}};
 }
@@ -114,6 +123,12 @@ void look_for_refused_value(const matrix_row &row, faults &found) {
     });
     if (is_always)
         found[path_of(*row.leaf) + ", edit: no platform takes the value that is tried"].set();
+}
+
+// What is read must come back: else the native answer that was tried lacks something.
+void look_for_unfilled(const matrix_row &row, faults &found) {
+    if (row.is_ever(0, edit_column, outcome::mapped) && !row.is_ever(up_column, column_count, outcome::mapped))
+        found[path_of(*row.leaf) + ", filled-by: reads come down, and nothing that was tried fills it"].set();
 }
 
 std::vector<matrix_row> empty_rows(const zmf::plugin &by) {
@@ -190,8 +205,10 @@ matrix make_matrix(const zmf::plugin &by, const std::function<void(size_t platfo
         progress(number);
         add_platform(by, number, made.rows, found);
     }
-    for (const matrix_row &row : made.rows)
+    for (const matrix_row &row : made.rows) {
         look_for_refused_value(row, found);
+        look_for_unfilled(row, found);
+    }
     for (const auto &[what, where] : found)
         made.unsettled.push_back(what + (where.all() ? "" : " (on " + told(where) + ")"));
     return made;

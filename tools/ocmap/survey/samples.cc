@@ -224,13 +224,15 @@ std::vector<std::string> samples::native_keys(const schema::native_node &key) co
     }
     if (std::string_view(key.tag) == "active")
         return {"act"};
+    if (std::string_view(key.tag) == "rx-threshold-type")
+        return {"low", "high"};
     if (key.value == schema::type::integer)
         return {"1"};
     if (path.starts_with("/otu/") || list.starts_with("otu"))
         return {coherent_, otu_};
     if (path.starts_with("/odu/") || list.starts_with("odu"))
         return {odu_};
-    if (path.starts_with("/ethernet-interface/") || list.starts_with("ethernet"))
+    if (path.starts_with("/ethernet-interface/") || path.starts_with("/lldp/") || list.starts_with("ethernet"))
         return {ethernet_};
     return {"Optics" + port_};
 }
