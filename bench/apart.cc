@@ -70,7 +70,12 @@ size_t heap_in_use() {
     return heap.uordblks + heap.hblkhd;
 }
 
-size_t resident() {
+size_t resident_anew() {
+    malloc_trim(0);
+    if (FILE *file = std::fopen("/proc/self/clear_refs", "w")) {
+        std::fputs("5", file); // the peak alone
+        std::fclose(file);
+    }
     unsigned long all = 0, resident_pages = 0;
     if (FILE *file = std::fopen("/proc/self/statm", "r")) {
         if (std::fscanf(file, "%lu %lu", &all, &resident_pages) != 2)

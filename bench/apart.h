@@ -21,8 +21,9 @@ double median(std::vector<double> values);
 
 double now(); // seconds
 
+// Bytes, of this process.
 size_t heap_in_use();
-size_t resident();      // bytes, of this process
-size_t peak_resident(); // the most that it ever was
+size_t resident_anew(); // gives unused memory back and forgets the peak
+size_t peak_resident(); // the most that it was since
 
 } // namespace bench

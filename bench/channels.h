@@ -1,32 +1,39 @@
-// Logical channels with ten configuration leaves each, as a device holds them and as OpenConfig tells them.
-// A leaf more: a row in channels.cc, and a leaf in openconfig-terminal-device.yang.
+// Many ports with their logical channels, as a device describes them and as OpenConfig tells them.
+// A leaf more: its native value in channels.cc, its row in the table there, and the leaf in
+// openconfig-terminal-device.yang.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <string>
-
-#include "device/device.h"
-#include "zmf/tree.h"
+#include <string_view>
 
 namespace bench {
 
-// "%u" in a value stands for the number of the channel.
-struct channel_leaf {
-    const char *native_container; // null: the channel itself
-    const char *native_tag, *native_value;
-    const char *container; // whose `config` holds the leaf; null: the channel itself
-    const char *tag, *value;
+// A text for many ports: what stands between "<<" and ">>" is written for each of them, with commas between, and there
+// "#" is the number of the port, from 1, "#+200" that and 200.
+std::string for_ports(std::string_view text, uint32_t ports);
+std::string numbered(std::string_view text, uint32_t port); // what is written for one of them
+
+enum class performance { flex_bins, history };
+
+// Device descriptions, as texts for many ports. Channels with ten leaves of configuration; or ports whose channels have
+// state, with all bins that a device keeps: a coherent port with its optics (the channels that are configured), an ODU
+// and an Ethernet controller.
+std::string configured_device();
+std::string live_device(performance kept);
+
+// A node of a channel in a reply, the key left out. In model order.
+struct told_node {
+    unsigned depth;
+    const char *tag;
+    const char *value; // "#" in it is the number of the channel; null: a container
 };
 
-// In the order of the OpenConfig model; without `config/index`, which the key stands for in native data.
-std::span<const channel_leaf> channel_leaves();
-constexpr size_t leaves_of_channel = 10; // `config/index` included, the key not
+std::span<const told_node> configured_channel();
+std::span<const told_node> live_channel(); // the leaves that do not come from optics, with 30-second intervals
 
-std::string value_of(const char *value, uint32_t channel);
-
-// Channels 1 to `count`.
-device::description device_with_channels(uint32_t count);
-zmf::fixed_tree native_channels(uint32_t count);
+size_t leaves_of(std::span<const told_node> channel); // with the key
 
 } // namespace bench
