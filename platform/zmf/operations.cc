@@ -1,4 +1,5 @@
 // The operations of the framework that a walk from OpenConfig to native paths uses.
+#include <algorithm>
 #include <cstring>
 
 #include "operation.h"
@@ -97,11 +98,11 @@ rcode update_current_list(body &s, const char *list_path) {
 }
 
 const list_position *current_entry(const body &s, const char *list_path) {
-    uint32_t path = s.paths.find(list_path);
-    for (size_t i = s.positions.size(); path != 0 && i != 0; --i)
-        if (s.positions[i - 1].path == path)
-            return &s.positions[i - 1];
-    return nullptr;
+    const auto is_of_list = [&](const list_position &each) {
+        return std::strcmp(s.paths.text(each.path), list_path) == 0;
+    };
+    const auto found = std::find_if(s.positions.rbegin(), s.positions.rend(), is_of_list);
+    return found == s.positions.rend() ? nullptr : &*found;
 }
 
 rcode get_node_info(body &s, const char *list_path, const char *key_name, const char **text) {
@@ -263,7 +264,7 @@ uint32_t zmf_map_util_itree_stack_size(zmf_map_ctx ctx) {
 }
 
 bool zmf_map_do_these_match(const char *a, const char *b) {
-    bool same = a != nullptr && b != nullptr && std::strcmp(a, b) == 0;
+    bool same = a != nullptr && b != nullptr && *a == *b && std::strcmp(a, b) == 0;
     if (body *s = active_session) {
         if (same)
             s->note_match(a);

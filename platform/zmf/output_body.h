@@ -87,7 +87,7 @@ struct output_tree::body : node_store {
 
     // Reads a path that starts at a node. Null: it cannot be read. Valid until the next path is read.
     const known_path *read(uint32_t start, const char *path);
-    known_path *read_anew(uint32_t start, const char *path); // one that may be changed
+    known_path *read_to_change(uint32_t start, const char *path);
 
     // `added` is the node at the end of the path. rc_too_big leaves the tree as it is.
     rcode add(uint32_t start, const addition &what, entry_notes &notes, uint32_t &added);
@@ -95,7 +95,11 @@ struct output_tree::body : node_store {
     void set_namespace(uint32_t number, const char *ns);
     zmf_datatree *hand_out(uint32_t number);
     // From here on an add without list flag falls under no entry that a native list has, unless that one is current.
-    void keep_apart() noexcept { apart_from = node_count; }
+    void keep_apart() noexcept {
+        apart_from = node_count;
+        forget_way();
+    }
+    void forget_way() noexcept { way_end = 0; }
 
     size_t bytes() const noexcept;
 
@@ -126,6 +130,7 @@ private:
     const known_path *keep_path(size_t slot, uint32_t start_class, const char *path);
     bool read_into(known_path &path, uint32_t start_class, const char *text);
 
+    size_t follow_way(uint32_t start, const known_path &path, size_t most, uint32_t &place) const noexcept;
     uint16_t namespace_number(const char *ns);
     uint32_t create(uint32_t parent, uint32_t cls, uint16_t ns);
     uint32_t existing_step(uint32_t parent, uint32_t cls, const path_step &step, bool new_entry);
@@ -157,6 +162,11 @@ private:
     std::vector<uint32_t> place_slots; // of `places`, open addressing, a power of two
     std::vector<key_slot> key_slots;   // likewise
     size_t keys_used = 0;
+    // Where the last add led, which had no keys: the next one often leads along most of its way. 0: nowhere, or a list
+    // has another current entry since.
+    uint32_t way_end = 0;
+    uint32_t way_start = 0;
+    size_t way_steps = 0;
     text_table tags, namespaces;
     const char *last_ns = nullptr; // as it was given, and its number
     uint16_t last_ns_number = 0;

@@ -61,6 +61,7 @@ void entry_notes::give_back(size_t size) noexcept {
         tree_->places[note.place].current = note.current;
         tree_->places[note.place].noted_at = note.noted_at;
         notes_.pop_back();
+        tree_->forget_way();
     }
 }
 
@@ -78,6 +79,7 @@ void entry_notes::note(uint32_t entry, uint32_t level) {
         place.noted_at = level + 1;
     }
     place.current = entry;
+    tree_->forget_way();
 }
 
 output_tree::body::body() : place_slots(fewest_slots), key_slots(fewest_slots) {
@@ -197,8 +199,13 @@ bool output_tree::body::is_class(uint32_t cls, uint32_t parent, std::string_view
     return classes[cls].parent == parent && tag == classes[cls].tag;
 }
 
-known_path *output_tree::body::read_anew(uint32_t start, const char *path) {
-    return path != nullptr && read_into(path_with_keys, at(start).path_class, path) ? &path_with_keys : nullptr;
+known_path *output_tree::body::read_to_change(uint32_t start, const char *path) {
+    const known_path *known = read(start, path);
+    if (known != nullptr && known != &path_with_keys) {
+        path_with_keys.steps = known->steps;
+        path_with_keys.classes = known->classes;
+    }
+    return known != nullptr ? &path_with_keys : nullptr;
 }
 
 // Most paths are constants of the plug-in, told again and again. What stands at an address may have changed.
@@ -212,7 +219,7 @@ const known_path *output_tree::body::read(uint32_t start, const char *path) {
     if (paths[slot] != nullptr && std::strcmp(paths[slot]->text.c_str(), path) == 0)
         return paths[slot].get();
     if (std::strchr(path, '[') != nullptr)
-        return read_anew(start, path);
+        return read_into(path_with_keys, start_class, path) ? &path_with_keys : nullptr;
     return keep_path(slot, start_class, path);
 }
 
@@ -356,6 +363,7 @@ void output_tree::body::remember_keys(uint32_t entry, const std::vector<resolved
 
 // The first entry with its keys is the one that is found later.
 void output_tree::body::key_was_set(uint32_t leaf) {
+    forget_way();
     const uint32_t entry = at(leaf).parent;
     resolved.clear();
     for (const uint32_t cls : class_of(at(entry)).keys) {
@@ -522,11 +530,25 @@ void output_tree::body::make_current(uint32_t entry, uint32_t level, entry_notes
     notes.note(entry, level);
 }
 
+// How many steps of a path, `most` at most, are those of the last add. Nodes of a class have the same classes above
+// them.
+size_t output_tree::body::follow_way(uint32_t start, const known_path &path, size_t most,
+                                     uint32_t &place) const noexcept {
+    if (way_end == 0 || way_start != start || &path == &path_with_keys)
+        return 0;
+    uint32_t node = way_end;
+    size_t steps = way_steps;
+    for (; steps != 0 && (steps > most || at(node).path_class != path.classes[steps - 1]); --steps)
+        node = at(node).parent;
+    place = node;
+    return steps;
+}
+
 rcode output_tree::body::add(uint32_t start, const addition &what, entry_notes &notes, uint32_t &added) {
     const std::vector<path_step> &steps = what.path->steps;
     const std::vector<uint32_t> &step_classes = what.path->classes;
-    size_t known = 0;
     uint32_t place = start;
+    size_t known = follow_way(start, *what.path, what.steps - 1, place);
     for (; known < what.steps; ++known) {
         const uint32_t cls = step_classes[known];
         const bool is_last = known + 1 == what.steps;
@@ -547,6 +569,9 @@ rcode output_tree::body::add(uint32_t start, const addition &what, entry_notes &
         if (classes[step_classes[known]].native != nullptr)
             make_current(place, what.level, notes);
     }
+    way_end = what.path == &path_with_keys ? 0 : place;
+    way_start = start;
+    way_steps = what.steps;
     set_value(place, what.value, what.source);
     if (what.list_flag && !class_of(at(place)).is_leaf_list) {
         at(place).list_entry = 1;
@@ -558,7 +583,7 @@ rcode output_tree::body::add(uint32_t start, const addition &what, entry_notes &
 
 uint32_t output_tree::body::find(uint32_t start, const known_path &path) {
     uint32_t place = start;
-    for (size_t i = 0; i < path.steps.size(); ++i) {
+    for (size_t i = follow_way(start, path, path.steps.size(), place); i < path.steps.size(); ++i) {
         place = existing_step(place, path.classes[i], path.steps[i], false);
         if (place == 0)
             return 0;

@@ -35,7 +35,7 @@ const known_path *read_entry(zmf_datatree *tree, const char *list_path, const ch
                              const char *ns) {
     if (!is_output(tree) || key_value == nullptr || key_name == nullptr || ns == nullptr)
         return nullptr;
-    known_path *path = tree_of(tree)->read_anew(number_of(tree), list_path);
+    known_path *path = tree_of(tree)->read_to_change(number_of(tree), list_path);
     if (path != nullptr)
         path->steps.back().keys = {{key_name, key_value}};
     return path;
