@@ -286,8 +286,8 @@ void install(const description &d) {
     facts.name_of.clear();
     facts.channel_of.clear();
     for (const auto &[number, name] : d.channels) {
-        facts.name_of.emplace(number, mapped(name));
-        facts.channel_of.emplace(mapped(name), number);
+        facts.name_of[number] = mapped(name);
+        facts.channel_of[mapped(name)] = number;
     }
     facts.registry_reachable = d.interface_registry;
     facts.interfaces.clear();
@@ -298,7 +298,7 @@ void install(const description &d) {
 }
 
 void install_state_store(const description &d, const std::string &name_for_errors) {
-    std::unordered_map<std::string, std::string> encoded;
+    hardware::by_text<std::string> encoded;
     for (const auto &[path, item] : d.state_store) {
         const auto refuse = [&name_for_errors](pouch::place at, std::string text) {
             throw description_error{name_for_errors, at.line, at.column, std::move(text)};
@@ -310,7 +310,7 @@ void install_state_store(const description &d, const std::string &name_for_error
             refuse(item.record_at, "record " + quoted(item.record) + " has no schema, so that nothing encodes it");
         else
             try {
-                encoded.emplace(path, pouch::encode_fields(*type, item.fields));
+                encoded[path] = pouch::encode_fields(*type, item.fields);
             } catch (const pouch::field_fault &fault) {
                 refuse(fault.at, fault.text);
             }

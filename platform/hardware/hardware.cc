@@ -37,20 +37,20 @@ bool hwinfo_has_legacy_optical_term_dev(void) {
 
 // Leaves the output alone for a number that is not in the map.
 rcode ocoptical_ifmap_c_find_ifname(uint32_t channel, char *name_out) {
-    const auto &names = hardware::current().name_of;
-    auto found = names.find(channel);
-    if (found == names.end() || found->second.size() >= name_size || name_out == nullptr)
+    const std::string *found = hardware::current().name_of.find(channel);
+    if (found == nullptr || found->size() >= name_size || name_out == nullptr)
         return unknown_interface;
-    std::memcpy(name_out, found->second.c_str(), found->second.size() + 1);
+    std::memcpy(name_out, found->c_str(), found->size() + 1);
     return RC_OK;
 }
 
 rcode ocoptical_ifmap_c_find_ifindex(const char *name, uint32_t *channel) {
-    const auto &channels = hardware::current().channel_of;
-    auto found = name == nullptr ? channels.end() : channels.find(name);
-    if (found == channels.end() || channel == nullptr)
+    if (name == nullptr || channel == nullptr)
         return unknown_interface;
-    *channel = found->second;
+    const uint32_t *found = hardware::current().channel_of.find(name);
+    if (found == nullptr)
+        return unknown_interface;
+    *channel = *found;
     return RC_OK;
 }
 

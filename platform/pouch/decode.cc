@@ -86,6 +86,10 @@ private:
 
     // Numbers have one encoding only.
     rcode read_number(uint64_t &number) {
+        if (at_ != end_ && *at_ < 0x80) { // most are short
+            number = *at_++;
+            return RC_OK;
+        }
         constexpr unsigned group = 7, bits = 64;
         number = 0;
         for (unsigned shift = 0; at_ != end_; shift += group) {

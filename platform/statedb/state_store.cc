@@ -1,8 +1,8 @@
 // The state store: encoded records under exact paths. A path is that of the binding with that of the item behind it.
 #include "statedb/state_store.h"
 
-#include <algorithm>
 #include <cstdlib>
+#include <cstring>
 #include <map>
 #include <string>
 
@@ -73,15 +73,14 @@ rcode statedb_item_get(void *handle, const char *path, void **data, size_t *leng
     const hardware::facts &facts = hardware::current();
     if (!facts.state_store_installed)
         return statedb::rc_not_installed;
-    const auto found = facts.state_items.find(bound->path + path);
-    if (found == facts.state_items.end())
+    const std::string *item = facts.state_items.find(bound->path + path);
+    if (item == nullptr)
         return statedb::rc_no_item;
-    const std::string &item = found->second;
-    auto *copy = static_cast<char *>(std::malloc(item.size()));
+    auto *copy = static_cast<char *>(std::malloc(item->size()));
     if (copy == nullptr)
         return RC_NO_MEMORY;
-    std::ranges::copy(item, copy);
+    std::memcpy(copy, item->data(), item->size());
     *data = copy;
-    *length = item.size();
+    *length = item->size();
     return RC_OK;
 }
