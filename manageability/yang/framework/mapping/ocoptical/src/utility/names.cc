@@ -1,8 +1,10 @@
 // Names of optics ports, coherent controllers, optical channels and transceivers: pairs of scan and print formats.
 //
 // To add a conversion: its row, and its prototype in exported.h.
+#include <charconv>
 #include <cstdio>
 #include <cstring>
+#include <iterator>
 
 #include "engine/export.h"
 #include "exported.h"
@@ -116,14 +118,17 @@ OC_EXPORT rcode oc_optical_convert_interface_to_logical_id(const char *name, cha
     if (name == nullptr) {
         return OCOPTICAL_BAD_NAME;
     }
-    char mapped[text_size] = "";
-    snprintf(mapped, sizeof mapped, "%s", name);
-    replace(mapped, '/', '_');
+    char mapped[text_size];
+    char *at = mapped;
+    for (; *name != '\0' && at != std::end(mapped) - 1; ++name) { // a longer name is cut
+        *at++ = *name == '/' ? '_' : *name;
+    }
+    *at = '\0';
     uint32_t channel = 0;
     if (ocoptical_ifmap_c_find_ifindex(mapped, &channel) != RC_OK || channel == 0) {
         return OCOPTICAL_BAD_NAME;
     }
-    snprintf(out, text_size, "%u", channel);
+    *std::to_chars(out, out + text_size - 1, channel).ptr = '\0';
     return RC_OK;
 }
 
