@@ -20,23 +20,27 @@ uint64_t has_below(uint64_t eight, uint8_t limit) {
     return (eight - limit * in_each_byte) & ~eight & top_bits;
 }
 
-bool are_plain(uint64_t eight) {
-    const uint64_t special = (eight & top_bits) | has_below(eight, 0x20) | has_zero(eight ^ 0x7f * in_each_byte) |
-                             has_zero(eight ^ '"' * in_each_byte) | has_zero(eight ^ '\\' * in_each_byte);
-    return special == 0;
+// Not 0 where a byte of eight is not printable ASCII that stands for itself.
+inline uint64_t special_in(uint64_t eight) {
+    return (eight & top_bits) | has_below(eight, 0x20) | has_zero(eight ^ 0x7f * in_each_byte) |
+           has_zero(eight ^ '"' * in_each_byte) | has_zero(eight ^ '\\' * in_each_byte);
 }
 
-// Nothing but printable ASCII that stands for itself.
 bool is_plain(std::string_view text) {
-    uint64_t eight = 0;
-    for (; text.size() >= sizeof eight; text.remove_prefix(sizeof eight)) {
-        std::memcpy(&eight, text.data(), sizeof eight);
-        if (!are_plain(eight))
-            return false;
+    uint64_t eight = ' ' * in_each_byte;
+    if (text.size() < sizeof eight) {
+        for (const char letter : text)
+            eight = eight << 8 | static_cast<uint8_t>(letter);
+        return special_in(eight) == 0;
     }
-    eight = ' ' * in_each_byte;
-    std::memcpy(&eight, text.data(), text.size());
-    return are_plain(eight);
+    uint64_t special = 0;
+    const char *const last = text.data() + text.size() - sizeof eight;
+    for (const char *at = text.data(); at < last && special == 0; at += sizeof eight) {
+        std::memcpy(&eight, at, sizeof eight);
+        special = special_in(eight);
+    }
+    std::memcpy(&eight, last, sizeof eight);
+    return (special | special_in(eight)) == 0;
 }
 
 } // namespace
@@ -53,33 +57,34 @@ void json_writer::close(char bracket) {
     --depth_;
     is_started_ = true; // by what ends here
     if (has_content)
-        line("");
+        line(false);
     out_.write(bracket);
 }
 
-void json_writer::line(std::string_view before) {
-    static constexpr std::string_view blanks = "\n                                                                ";
+void json_writer::line(bool is_after_comma) {
+    static constexpr std::string_view blanks = ",\n                                                                ";
+    const size_t without = is_after_comma ? 0 : 1;
     size_t count = 2 * depth_;
-    out_.write(before);
-    out_.write(blanks.substr(0, 1 + count));
-    for (count -= std::min(count, blanks.size() - 1); count != 0; --count)
+    out_.write(blanks.substr(without, 2 - without + count));
+    for (count -= std::min(count, blanks.size() - 2); count != 0; --count)
         out_.write(' ');
 }
 
 void json_writer::item() {
-    line(is_started_ ? "," : "");
+    line(is_started_);
     is_started_ = true;
 }
 
 void json_writer::member(std::string_view mark, std::string_view module, std::string_view tag) {
     item();
     out_.write('"');
-    out_.write(mark);
+    if (!mark.empty())
+        out_.write(mark);
     if (!module.empty()) {
         escaped(module);
         out_.write(':');
     }
-    escaped(tag);
+    out_.write(tag);
     out_.write("\": ");
 }
 

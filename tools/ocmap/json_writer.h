@@ -17,6 +17,7 @@ public:
     void close_array() { close(']'); }
 
     // What comes next: a member by its name, "mark" + "module:" + "tag" with the first two possibly empty, or an item.
+    // Tags are names of nodes, in which nothing needs an escape.
     void member(std::string_view mark, std::string_view module, std::string_view tag);
     void item();
 
@@ -29,7 +30,7 @@ public:
 private:
     void open(char bracket);
     void close(char bracket);
-    void line(std::string_view before);
+    void line(bool is_after_comma);
     void escaped(std::string_view text);
 
     output &out_;

@@ -40,13 +40,14 @@ public:
 
     void leaf(const reply_name &name, schema::type type, const reply_value &value) override {
         begin(name);
+        const std::string_view text = value.text;
         const char *identity = module_of(value.ns);
         if (identity != nullptr)
-            to_.string(identity, value.text);
-        else if (is_bare(type, value.text))
-            to_.bare(value.text);
+            to_.string(identity, text);
+        else if (is_bare(type, text))
+            to_.bare(text);
         else
-            to_.string(value.text);
+            to_.string(text);
     }
 
 private:
@@ -60,7 +61,7 @@ private:
         if (around.is_list)
             to_.item();
         else
-            to_.member("", is_same(around.module, name.module) ? "" : name.module, name.tag);
+            to_.member({}, is_same(around.module, name.module) ? std::string_view() : name.module, name.tag);
     }
 
     static bool is_same(const char *a, const char *b) { return a == b || std::strcmp(a, b) == 0; }
