@@ -1,6 +1,10 @@
 // Numbers between notations: what is lost and what overflows is as operators know it.
+#include <cfloat>
 #include <cmath>
+#include <cstdio>
 #include <cstring>
+#include <random>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -30,12 +34,38 @@ TEST(numbers, notations) {
         {oc_optical_convert_scientific_to_decimal_notation, "0E-15", "0.0"},
         {oc_optical_convert_scientific_to_decimal_notation, "5", "5.0"},
         {oc_optical_convert_scientific_to_decimal_notation, "unreadable", "0.0"},
+        {oc_optical_convert_scientific_to_decimal_notation, "1.5 dB", "1.5"},
+        {oc_optical_convert_scientific_to_decimal_notation, "infin", "0.0"}, // half a word is no number
+        {oc_optical_convert_scientific_to_decimal_notation, "", "0.0"},
         {oc_optical_convert_scientific_to_decimal_notation, nullptr, ""},
     };
     for (const auto &row : rows) {
         char out[200] = "before";
         EXPECT_EQ(row.convert(row.text, out), RC_OK);
         EXPECT_STREQ(out, row.expected) << (row.text != nullptr ? row.text : "(null)");
+    }
+}
+
+// What stands for snprintf prints the same digits: of ties, of what is all but 1, and of what is too small to show.
+TEST(numbers, fractions_are_those_of_printf) {
+    std::vector<double> all{0.0,     -0.0,    0.5,   1.0,   0.1,   1.0 / 3, std::nextafter(1.0, 0.0),
+                            4.5e-18, 1.5e-18, 5e-19, 4e-19, 1e-30, 1e-40,   DBL_MIN,
+                            5e-324,  -0.25};
+    for (int power = 1; power < 130; ++power) {
+        all.push_back(std::ldexp(1.0, -power));
+        all.push_back(std::ldexp(3.0, -power - 2));
+    }
+    std::mt19937_64 source(1);
+    for (int i = 0; i < 10000; ++i) {
+        all.push_back(std::ldexp(static_cast<double>(source() >> 11), -53 - static_cast<int>(source() % 64)));
+    }
+    for (const double number : all) {
+        char text[64], expected[64], out[200];
+        snprintf(text, sizeof text, "%.17g", number);
+        snprintf(expected, sizeof expected, "%.18f", number);
+        oc_optical_truncate_trail_zeroes(expected);
+        EXPECT_EQ(oc_optical_convert_scientific_to_decimal_notation(text, out), RC_OK);
+        EXPECT_STREQ(out, expected) << text;
     }
 }
 

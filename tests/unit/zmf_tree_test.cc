@@ -290,6 +290,11 @@ TEST(zmf_output, grows_by_path) {
           {"/terminal-device/logical-channels/channel/y"},
           {"/terminal-device/logical-channels/channel/z"}},
          "{terminal-device{logical-channels{channel*{index=5 x} channel{y z}}}}"},
+        {"what got its key meanwhile is a real one",
+         {{"/terminal-device/logical-channels/channel/y"},
+          {"/terminal-device/logical-channels/channel/index", "5"},
+          {"/terminal-device/logical-channels/channel/z"}},
+         "{terminal-device{logical-channels{channel{y index=5} channel{z}}}}"},
         {"keys in the path",
          {{"/l[k='1']/v", "a"}, {"/l[k=2]/v", "b"}, {"/l[k=1]/w", "c"}},
          "{l*{k=1 v=a w=c} l*{k=2 v=b}}"},
@@ -310,8 +315,8 @@ TEST(zmf_output, grows_by_path) {
          {{"/l[k=1]"}, {"/l[k=2]"}, {"/l[k=1]", nullptr, -1, true}, {"/l/v", "a"}},
          "{l*{k=1 v=a} l*{k=2}}"},
         {"a path with keys moves no position",
-         {{"/l", nullptr, -1, true}, {"/l[k=1]/v"}, {"/l/w"}},
-         "{l*{w} l*{k=1 v}}"},
+         {{"/l", nullptr, -1, true}, {"/l[k=1]/v"}, {"/l/w"}, {"/l[k=1]/x"}, {"/l/x/y"}},
+         "{l*{w x{y}} l*{k=1 v x}}"},
     };
     for (const auto &row : rows) {
         zmf::session s(OP_EDIT);
