@@ -62,6 +62,14 @@ private:
             return number<int64_t>(into);
         case kind::boolean:
             return flag(into);
+        default:
+            return other_value(what, into, depth);
+        }
+    }
+
+    // Apart, so that the many numbers of a record are read in its own loop.
+    [[gnu::noinline]] rcode other_value(const shape &what, uint8_t *into, size_t depth) {
+        switch (what.what) {
         case kind::text:
             return text(into);
         case kind::record:
@@ -77,11 +85,9 @@ private:
         case kind::mac_field:
         case kind::bytes:
             return bytes(into, what.count);
-        case kind::choice: // its record looks after it
-        case kind::nothing:
-            break;
+        default: // a choice is looked after by its record
+            return RC_OK;
         }
-        return RC_OK;
     }
 
     // Numbers have one encoding only.

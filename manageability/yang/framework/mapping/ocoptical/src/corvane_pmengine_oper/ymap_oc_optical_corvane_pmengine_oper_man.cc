@@ -180,14 +180,14 @@ VALUE_CONVERSION(oc_optical_interval_to_high) {
     constexpr int64_t history_seconds = 30;
     text[0] = '\0';
     if (OC_OPTICAL_PM_IS_FLEXBIN_UNSUPPORTED != 0) {
-        snprintf(text, sizeof text, "%ld", history_seconds * nanoseconds);
+        print_number(text, history_seconds * nanoseconds);
         return text;
     }
     if (node == nullptr || node->value == nullptr) {
         return nullptr;
     }
     const auto seconds = static_cast<uint64_t>(strtol(node->value, nullptr, 10));
-    snprintf(text, sizeof text, "%ld", static_cast<int64_t>(seconds * nanoseconds)); // wraps
+    print_number(text, static_cast<int64_t>(seconds * nanoseconds)); // wraps
     return text;
 }
 

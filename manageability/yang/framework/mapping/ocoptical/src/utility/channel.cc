@@ -1,7 +1,6 @@
 // Logical channel numbers to the names of their carriers.
 #include "utility/channel.h"
 
-#include <cstdio>
 #include <cstring>
 
 #include "engine/export.h"
@@ -9,6 +8,7 @@
 #include "exported.h"
 #include "platform.h"
 #include "utility/scan.h"
+#include "utility/text.h"
 
 using namespace ocoptical;
 
@@ -35,7 +35,7 @@ constexpr carrier_class carrier_classes[] = {
 
 ocoptical::channel_under_walk::channel_under_walk(zmf_map_ctx ctx) : number(ctx->req_ctx->logical_index) {
     char text[text_size];
-    snprintf(text, sizeof text, "%d", number);
+    print_number(text, number);
     itype = oc_optical_convert_logical_index_to_interface(text, carrier_name);
 }
 

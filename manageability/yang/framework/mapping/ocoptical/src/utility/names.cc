@@ -1,7 +1,6 @@
 // Names of optics ports, coherent controllers, optical channels and transceivers: pairs of scan and print formats.
 //
 // To add a conversion: its row, and its prototype in exported.h.
-#include <charconv>
 #include <cstdio>
 #include <cstring>
 #include <iterator>
@@ -128,7 +127,7 @@ OC_EXPORT rcode oc_optical_convert_interface_to_logical_id(const char *name, cha
     if (ocoptical_ifmap_c_find_ifindex(mapped, &channel) != RC_OK || channel == 0) {
         return OCOPTICAL_BAD_NAME;
     }
-    *std::to_chars(out, out + text_size - 1, channel).ptr = '\0';
+    print_number(out, channel);
     return RC_OK;
 }
 
