@@ -171,6 +171,24 @@ TEST(matrix, says_the_same_in_every_form) {
     EXPECT_EQ(text.err, "");
 }
 
+TEST(matrix, fails_where_a_cell_cannot_be_worked_out) {
+    const outcome result = run_host({"matrix", "--plugin", ODD_PLUGIN});
+    EXPECT_EQ(result.status, 1) << result.err;
+    EXPECT_EQ(result.out, "");
+    const std::string channel = "ocmap: /terminal-device/logical-channels/channel/";
+    std::vector<std::string> lines = lines_of(result.err);
+    for (const std::string &line :
+         {channel + "config/description, delete: status 0x0000dead", channel + "config/description, edit: status 0x0000dead",
+          channel + "config/description, get: status 0x0000dead",
+          channel + "config/description, get-config: status 0x0000dead",
+          channel + "config/admin-state, edit: no platform takes the value that is tried",
+          channel + "state/description, filled-by: reads come down, and nothing that was tried fills it",
+          std::string("ocmap: 6 cells of the matrix cannot be worked out")})
+        EXPECT_EQ(std::erase(lines, line), 1U) << line;
+    EXPECT_EQ(lines, std::vector<std::string>{});
+    EXPECT_EQ(run_host({"matrix", "--plugin", LIBRARY_WITHOUT_ROOTS}).status, 2);
+}
+
 // The host by itself has nothing to draw a page with; where a browser is installed, it tells what it made of it.
 class page : public testing::Test {
 protected:

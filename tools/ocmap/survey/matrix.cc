@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <map>
+#include <set>
 
 #include "report.h"
 
@@ -109,7 +110,7 @@ void look_for_faults(const story &told, size_t platform, faults &found) {
         for (const fate &each : told.fates[static_cast<size_t>(what)]) {
             const std::string where = path_of(*told.node) + ", " + name_of(what) + ": ";
             if (is_foreign(each.what))
-                found[where + zmf::status_name(each.what.status) + " " + each.what.failure.message].set(platform);
+                found[where + zmf::status_name(each.what.status)].set(platform);
             else if (what == deed::edit && each.what.status == RC_OK && lacks_value(each.what))
                 found[where + "the value that is tried does not convert"].set(platform);
         }
@@ -131,12 +132,22 @@ void look_for_unfilled(const matrix_row &row, faults &found) {
         found[path_of(*row.leaf) + ", filled-by: reads come down, and nothing that was tried fills it"].set();
 }
 
-std::vector<matrix_row> empty_rows(const zmf::plugin &by) {
+// Leaves of the modules that the plug-in maps; what stands around these trees is the framework's.
+std::vector<matrix_row> empty_rows(const zmf::plugin &by, faults &found) {
     std::vector<matrix_row> rows;
+    std::set<std::string_view> modules;
     for (const schema::model &model : schema::models())
         for (const schema::node &node : model.nodes)
-            if (is_leaf(node) && is_of_plugin(by, node))
-                rows.push_back({&node, {}});
+            if (is_of_plugin(by, node))
+                modules.insert(node.module);
+    for (const schema::model &model : schema::models())
+        for (const schema::node &node : model.nodes) {
+            if (!is_leaf(node) || !modules.contains(node.module))
+                continue;
+            rows.push_back({&node, {}});
+            if (!is_of_plugin(by, node))
+                found[path_of(node) + ": the plug-in has no callback for it"].set();
+        }
     return rows;
 }
 
@@ -199,8 +210,10 @@ bool matrix_row::is_ever(size_t first_column, size_t columns_behind, outcome wha
 }
 
 matrix make_matrix(const zmf::plugin &by, const std::function<void(size_t platform)> &progress) {
-    matrix made{empty_rows(by), {}};
     faults found;
+    matrix made{empty_rows(by, found), {}};
+    if (made.rows.empty())
+        throw zmf::plugin_error{"the plug-in has no callbacks"};
     for (size_t number = 0; number < platform_count; ++number) {
         progress(number);
         add_platform(by, number, made.rows, found);
