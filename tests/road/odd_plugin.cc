@@ -3,7 +3,9 @@
 
 #define ODD(name, status)                                                                                              \
     extern "C" __attribute__((visibility("default"))) rcode name(zmf_map_ctx, const zmf_datatree *, zmf_datatree *);   \
-    rcode name(zmf_map_ctx, const zmf_datatree *, zmf_datatree *) { return status; }
+    rcode name(zmf_map_ctx, const zmf_datatree *, zmf_datatree *) {                                                    \
+        return status;                                                                                                 \
+    }
 
 // A status that nobody has, a leaf that takes no value, and a native leaf that fills nothing.
 ODD(ymap_ox_oc_optical_openconfigterminaldevice_leaf_lvla_terminaldevice_config_description, 0xdead)

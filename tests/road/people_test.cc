@@ -2,7 +2,6 @@
 #include <algorithm>
 #include <cstdlib>
 #include <fstream>
-#include <regex>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -25,17 +24,34 @@ std::string content_of(const std::string &name) {
     return content.str();
 }
 
-std::vector<std::string> words_in(const std::string &text, const char *pattern) {
-    const std::regex wanted(pattern, std::regex::multiline);
+std::vector<std::string> lines_of(const std::string &text) {
+    std::vector<std::string> lines;
+    std::istringstream stream(text);
+    for (std::string line; std::getline(stream, line);)
+        lines.push_back(line);
+    return lines;
+}
+
+// Those between the heading and the first empty line.
+std::vector<std::string> commands() {
     std::vector<std::string> found;
-    for (auto each = std::sregex_iterator(text.begin(), text.end(), wanted); each != std::sregex_iterator(); ++each)
-        found.push_back((*each)[1]);
+    bool is_below = false;
+    for (const std::string &line : lines_of(run_host({"--help"}).out)) {
+        if (line.empty())
+            is_below = false;
+        if (is_below)
+            found.push_back(line.substr(2, line.find(' ', 2) - 2));
+        is_below |= line == "Subcommands:";
+    }
     return found;
 }
 
-std::vector<std::string> commands() {
-    const std::string help = run_host({"--help"}).out;
-    return words_in(help.substr(help.find("Subcommands:")), "^  ([a-z-]+)   ");
+std::vector<std::string> options_of(const std::string &command) {
+    std::vector<std::string> found;
+    for (const std::string &line : lines_of(run_host({command, "--help"}).out))
+        if (const size_t at = line.find("--"); line.starts_with("  -") && at != std::string::npos)
+            found.push_back(line.substr(at, line.find(' ', at) - at));
+    return found;
 }
 
 TEST(help, has_an_example_of_every_command) {
@@ -53,7 +69,8 @@ TEST(help, is_in_the_manual_page) {
     EXPECT_NE(manual.find("ocoptical " VERSION), std::string::npos);
     for (const std::string &command : commands()) {
         EXPECT_NE(manual.find("\n.B " + command + "\n"), std::string::npos) << command;
-        for (const std::string &option : words_in(run_host({command, "--help"}).out, "^ .*(--[a-z-]+)"))
+        EXPECT_FALSE(options_of(command).empty());
+        for (const std::string &option : options_of(command))
             EXPECT_NE(manual.find(option), std::string::npos) << command << " " << option;
     }
 }
@@ -68,7 +85,8 @@ std::vector<std::string> completed(const std::vector<std::string> &words) {
               (words.size() > 1 ? words[words.size() - 2] : "ocmap") + R"('; printf '%s\n' "${COMPREPLY[@]}")";
     const std::string file = scratch_file("script", script);
     EXPECT_EQ(std::system(("bash " + file + " >" + result + " 2>/dev/null").c_str()), 0);
-    std::vector<std::string> offered = words_in(content_of(result), "^(.+)$");
+    std::vector<std::string> offered = lines_of(content_of(result));
+    std::erase(offered, "");
     std::ranges::sort(offered);
     return offered;
 }
