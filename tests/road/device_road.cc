@@ -64,9 +64,12 @@ void device_road::read(uint32_t op_type, const zmf::fixed_tree &request, zmf::ou
     const bool with_operational = op_type == OP_GET;
     zmf::session session(op_type);
     zmf::output_tree native;
+    zmf::fixed_tree answer; // a failure is described by its nodes
     rcode status = plugin().down(session, request, native);
-    if (status == RC_OK)
-        status = plugin().up(session, store_.answer(native, with_operational), reply, with_operational);
+    if (status == RC_OK) {
+        answer = store_.answer(native, with_operational);
+        status = plugin().up(session, answer, reply, with_operational);
+    }
     if (status != RC_OK)
         throw std::runtime_error("the device cannot be read: " + zmf::status_name(status) + " " +
                                  session.describe(status).path);

@@ -1,8 +1,10 @@
 #include "json_writer.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cstdint>
 #include <cstring>
+#include <limits>
 
 #include <nlohmann/json.hpp>
 
@@ -118,10 +120,13 @@ void json_writer::escaped(std::string_view text) {
 }
 
 bool is_json_integer(std::string_view text) {
-    if (text.starts_with('-'))
-        text.remove_prefix(1);
-    return !text.empty() && (text.size() == 1 || text[0] != '0') &&
-           std::ranges::all_of(text, [](char letter) { return letter >= '0' && letter <= '9'; });
+    const std::string_view digits = text.substr(text.starts_with('-') ? 1 : 0);
+    const bool is_written_so = !digits.empty() && (digits.size() == 1 || digits[0] != '0');
+    int64_t number = 0;
+    const auto [stopped, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    const bool is_read = error == std::errc() && stopped == text.data() + text.size();
+    return is_written_so && is_read && number >= std::numeric_limits<int32_t>::min() &&
+           number <= std::numeric_limits<uint32_t>::max();
 }
 
 } // namespace ocmap

@@ -38,7 +38,7 @@ private:
     bool is_started_ = false; // the innermost holds something
 };
 
-// Text that JSON can take for a whole number as it is.
+// A whole number of 32 bits as JSON writes it: those that are wider are texts there.
 bool is_json_integer(std::string_view text);
 
 } // namespace ocmap
