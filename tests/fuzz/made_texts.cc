@@ -60,6 +60,18 @@ std::string member(const char *module, const char *tag, const std::string &value
     return quoted(std::string(module) + (*module == '\0' ? "" : ":") + tag) + ':' + value;
 }
 
+// A leaf below `config` or `state` that says the key of the entry around it once more. With a value it is taken for the
+// key itself, so that what else a read asks of other entries is lost.
+bool repeats_key(const schema::node &leaf) {
+    const schema::node *list = leaf.parent == nullptr ? nullptr : leaf.parent->parent;
+    if (list == nullptr || list->what != kind::list)
+        return false;
+    for (const schema::node *key = list + 1; key->is_key && key->parent == list; ++key)
+        if (std::string_view(key->tag) == leaf.tag)
+            return true;
+    return false;
+}
+
 } // namespace
 
 made_texts::made_texts(uint64_t seed, const std::vector<std::string> &examples) : random_(seed) {
@@ -195,7 +207,7 @@ std::string made_texts::entry(const schema::node &row, const schema::model &mode
 
 std::string made_texts::node(const schema::node &row, const schema::model &model, form what) {
     const auto named = [&](const std::string &value) { return member(row.module, row.tag, value); };
-    const bool is_selected = what == form::read && !row.is_key && !one_in(5);
+    const bool is_selected = what == form::read && !row.is_key && (repeats_key(row) || !one_in(5));
     std::string entries;
     switch (row.what) {
     case kind::leaf: {
