@@ -7,6 +7,8 @@
 namespace pouch {
 
 const char *sentence(rcode status); // those of zmf.h too; null: unknown
+const char *name(rcode status);     // of those below: "RC_POUCH_BAD_TEXT"; null: another
+bool is_of_item(rcode status);      // it is about one item of the state store, which is missing or cannot be decoded
 
 // Registration.
 inline constexpr rcode rc_already_open = 0x5a490100u;

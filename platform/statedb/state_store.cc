@@ -23,6 +23,11 @@ std::map<std::string, binding, std::less<>> &bindings() {
     return all;
 }
 
+std::string &asked_last() {
+    static std::string path;
+    return path;
+}
+
 binding *open_binding(const void *handle) {
     for (auto &[path, each] : bindings())
         if (&each == handle && each.times_open > 0)
@@ -39,6 +44,10 @@ size_t open_bindings() {
     for (const auto &[path, each] : bindings())
         count += each.times_open;
     return count;
+}
+
+const std::string &last_item() {
+    return asked_last();
 }
 
 } // namespace statedb
@@ -73,7 +82,8 @@ rcode statedb_item_get(void *handle, const char *path, void **data, size_t *leng
     const hardware::facts &facts = hardware::current();
     if (!facts.state_store_installed)
         return statedb::rc_not_installed;
-    const std::string *item = facts.state_items.find(bound->path + path);
+    asked_last() = bound->path + path;
+    const std::string *item = facts.state_items.find(asked_last());
     if (item == nullptr)
         return statedb::rc_no_item;
     auto *copy = static_cast<char *>(std::malloc(item->size()));

@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <utility>
 
+#include "pouch/status.h"
 #include "schema/schema.h"
 #include "session.h"
 
@@ -141,6 +142,8 @@ std::string status_name(rcode status) {
     for (const auto &[known, name] : status_names)
         if (known == status)
             return name;
+    if (const char *name = pouch::name(status))
+        return name;
     char text[32];
     snprintf(text, sizeof text, "status 0x%08x", status);
     return text;

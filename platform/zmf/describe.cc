@@ -65,6 +65,7 @@ public:
         at_top_ = false;
         name(node.tag);
         out_.ns = node.ns == nullptr ? "" : node.ns;
+        out_.value = node.has_value && node.value != nullptr ? node.value : "";
         if (is_list || (row_.node != nullptr && row_.node->what == schema::kind::list))
             for (const zmf_datatree *key : keys_of(node, row_))
                 predicate(*key);
@@ -73,6 +74,7 @@ public:
     void name(const std::string &tag) {
         out_.path += '/' + tag;
         out_.leaf_or_tag = tag;
+        out_.value.clear();
     }
 
 private:

@@ -77,6 +77,7 @@ struct failure {
     std::string
         message;    // err_msg, or err_info, or what the stand-in itself knows (both values of a leafref); may be empty
     std::string ns; // namespace of the last step, may be empty
+    std::string value; // of the last step, may be empty
 };
 
 class session {
@@ -114,7 +115,7 @@ public:
     uint64_t error_marks() const noexcept; // calls of zmf_oc_error_path
     uint64_t imbalances() const noexcept;  // pops of a node that was not the top, pops of an empty itree stack
 
-    // What to tell the client about `status`, which a root returned.
+    // What to tell the client about `status`, which a root returned. The tree that it walked must still be there.
     failure describe(rcode status) const;
 
     struct body;

@@ -114,9 +114,9 @@ void read_all(const zmf_datatree *nodes, uint32_t count, size_t &seen) {
 }
 
 // What is wrong with the outcome; empty: nothing.
-std::string fault_of(const std::string &text, format form, bool is_read) {
+std::string fault_of(const std::string &text, format form, ocmap::purpose what) {
     try {
-        const zmf::fixed_tree tree = ocmap::read_request(text, form, is_read);
+        const zmf::fixed_tree tree = ocmap::read_request(text, form, what);
         size_t seen = 0;
         read_all(tree.tops(), tree.count(), seen);
         return seen == tree.nodes() && seen > 0 ? "" : "a tree with other nodes than it counts";
@@ -131,11 +131,18 @@ std::string fault_of(const std::string &text, format form, bool is_read) {
 }
 
 bool keeps_promise(const std::string &text) {
+    using ocmap::purpose;
+    static constexpr struct {
+        purpose what;
+        const char *name;
+    } purposes[] = {{purpose::read, "read"},
+                    {purpose::edit, "edit"},
+                    {purpose::edit_after_creates, "edit with creates"},
+                    {purpose::native, "native data"}};
     for (const format form : {format::xml, format::json})
-        for (const bool is_read : {false, true})
-            if (const std::string fault = fault_of(text, form, is_read); !fault.empty()) {
-                std::fprintf(stderr, "%s, %s: %s\n", form == format::xml ? "xml" : "json", is_read ? "read" : "edit",
-                             fault.c_str());
+        for (const auto &each : purposes)
+            if (const std::string fault = fault_of(text, form, each.what); !fault.empty()) {
+                std::fprintf(stderr, "%s, %s: %s\n", form == format::xml ? "xml" : "json", each.name, fault.c_str());
                 return false;
             }
     return true;

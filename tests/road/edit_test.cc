@@ -473,6 +473,10 @@ TEST(commands, refuse_what_they_cannot_use) {
          "an entry without its key"},
         {{"up", "--gate", "ajar", request}, 64, "ajar"},
         {{"up", "--op", "edit", request}, 64, "edit"},
+        {{"up", scratch_file("nowhere.xml", "<otu/>")}, 2, "takes top node \"otu\" without a namespace"},
+        {{"up", scratch_file("edit.json", R"({"Corvane-controller-otu-oper:otu":{"@":{}}})")},
+         2,
+         "edit.json:1:37: an operation in native data"},
         {{"up", scratch_file("module.json", R"({"no-such-module:x":{}})")}, 2, "module.json:1:2: "},
         {{"edit", "--device", "/nowhere/device.json", "--save", request}, 2, "/nowhere/device.json"},
     };

@@ -499,20 +499,23 @@ TEST(get, is_a_command) {
 
     // A controller that carries no channel, and of which the state store has no record to be read.
     const struct {
-        std::string before, after, path, message;
+        std::string before, after, path, status, message;
     } ends[] = {
         {"/oper/odu/if/ODU40_0_0_14/port_info", "/oper/odu/if/ODU40_0_0_14/port",
-         "/odu/controllers/controller[controller-name='ODU40/0/0/14']/info/state", "has no such item"},
+         "/odu/controllers/controller[controller-name='ODU40/0/0/14']/info/state", "RC_STATEDB_NO_ITEM",
+         "has no such item: /oper/odu/if/ODU40_0_0_14/port_info\n"},
         {"odu_per_port_info", "otu_per_port_info",
-         "/odu/controllers/controller[controller-name='ODU40/0/0/14']/info/state", "of another record"},
+         "/odu/controllers/controller[controller-name='ODU40/0/0/14']/info/state", "RC_POUCH_OTHER_RECORD",
+         ": /oper/odu/if/ODU40_0_0_14/port_info\n"},
         {"'state-store-installed': true", "'state-store-installed': false",
-         "/otu/controllers/controller[controller-name='CoherentDSP0/0/0/20']/info/state",
-         "the library of the state store is not there"},
+         "/otu/controllers/controller[controller-name='CoherentDSP0/0/0/20']/info/state", "RC_STATEDB_UNAVAILABLE",
+         "the library of the state store is not there\n"},
     };
     for (const auto &row : ends) {
         const outcome ended = get_from(lab_with({{row.before, row.after}}));
         EXPECT_EQ(ended.status, 1);
         EXPECT_EQ(ended.out, "");
+        EXPECT_EQ(ended.err.find("ocmap: " + row.status + "\n  error-tag:  operation-failed\n"), 0u) << ended.err;
         EXPECT_NE(ended.err.find("error-path: " + row.path), std::string::npos) << ended.err;
         EXPECT_NE(ended.err.find(row.message), std::string::npos) << ended.err;
     }

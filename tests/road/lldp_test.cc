@@ -150,7 +150,8 @@ TEST(neighbors, what_ends_a_read) {
     const struct {
         std::string request, device, status, place;
     } rows[] = {
-        {in_lldp("2", "'neighbors':{}"), device, "RC_SUBTREE_ERROR", "chassis-id-sub-type"},
+        {in_lldp("2", "'neighbors':{}"), device, "RC_SUBTREE_ERROR",
+         "chassis-id-sub-type\n  message:    nothing in OpenConfig stands for \"8\""},
         {in_neighbors("101",
                       neighbor(third, "'custom-tlvs':{'tlv':[{'oui':'00-80-c2','oui-subtype':'1','type':127}]}")),
          "", "RC_UNSUPPORTED_NODE", "/tlv[oui='00-80-c2'][oui-subtype='1'][type='127']/type"},

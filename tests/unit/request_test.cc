@@ -186,6 +186,7 @@ const bad_row bad_xml[] = {
     {format::xml, edit, "+\xe2\x82", "2:1", "not UTF-8"},
     {format::xml, edit, std::string("+<a>\0</a>", 9), "2:4", "zero byte"},
     // What the models and the protocol do not allow.
+    {format::xml, edit, "<a/>", "1:1", "unknown top node \"a\" without a namespace"},
     {format::xml, edit, "<a xmlns='urn:b'/>", "1:1", "unknown top node \"a\" of namespace \"urn:b\""},
     {format::xml, edit, "<terminal-device/>", "1:1", "unknown top node"},
     {format::xml, edit, "<optical-channel xmlns='" TERMINAL_DEVICE "'/>", "1:1", "unknown top node"},

@@ -109,6 +109,8 @@ void complain(std::string_view text) {
 const char *error_tag(const zmf::failure &failure) {
     if (failure.status == RC_UNSUPPORTED_NODE)
         return is_known(failure.path) ? "operation-not-supported" : "unknown-element";
+    if (failure.status == RC_SUBTREE_ERROR && !failure.value.empty()) // of a reply, that is
+        return "operation-failed";
     return row_of(failure.status).tag;
 }
 

@@ -203,7 +203,7 @@ public:
             return;
         if (name.starts_with('@')) {
             if (tree_.is_read())
-                refuse(at, "an operation in a read");
+                refuse(at, tree_.no_operation());
             is_annotation_ = true;
         } else {
             take_member(name, at);

@@ -59,7 +59,8 @@ void request_tree::open(std::string_view tag, std::string_view ns) {
     if (open_.empty()) {
         model_ = schema::root_of(tag, ns);
         if (model_ == nullptr && !is_native())
-            throw refusal{"unknown top node " + quoted(tag) + " of namespace " + quoted(ns)};
+            throw refusal{"unknown top node " + quoted(tag) +
+                          (ns.empty() ? " without a namespace" : " of namespace " + quoted(ns))};
     } else if (is_leaf(node())) {
         throw refusal{"leaf " + quoted(node()->tag) + " holds node " + quoted(tag)};
     }
@@ -74,7 +75,7 @@ void request_tree::open(std::string_view tag, std::string_view ns) {
 
 void request_tree::operation(uint32_t code) {
     if (is_read())
-        throw refusal{"an operation in a read"};
+        throw refusal{no_operation()};
     open_.back().is_deleted = code == OP_DELETE || code == OP_REMOVE;
     const bool is_merge = code == op_create && purpose_ != purpose::edit_after_creates;
     builder_.operation(is_merge ? uint32_t{OP_MERGE} : code);

@@ -31,6 +31,7 @@ public:
 
     bool is_read() const { return purpose_ == purpose::read || is_native(); }
     bool is_native() const { return purpose_ == purpose::native; }
+    const char *no_operation() const { return is_native() ? "an operation in native data" : "an operation in a read"; }
 
     // What a child of the open node would be by the models; null where they do not know it.
     const schema::node *known(std::string_view tag, std::string_view ns) const;

@@ -9,10 +9,12 @@
 
 #include <CLI/CLI.hpp>
 
+#include "device/text.h"
 #include "plugin_file.h"
 #include "pouch/status.h"
 #include "reply.h"
 #include "report.h"
+#include "statedb/state_store.h"
 
 namespace ocmap {
 namespace {
@@ -63,6 +65,17 @@ bool is_large(const std::string &file) {
     std::error_code unknown;
     const uintmax_t bytes = std::filesystem::file_size(file, unknown);
     return !unknown && bytes > large;
+}
+
+// Of a failure on the way up that the plug-in says nothing of.
+std::string reason_of(const zmf::failure &failure) {
+    if (failure.status == zmf::rc_no_such_entry)
+        return "an entry without its key";
+    if (failure.status == RC_SUBTREE_ERROR && !failure.value.empty())
+        return "nothing in OpenConfig stands for \"" + text::shortened(failure.value) + '"';
+    const char *known = pouch::sentence(failure.status);
+    const std::string sentence = known == nullptr ? "" : known;
+    return pouch::is_of_item(failure.status) ? sentence + ": " + statedb::last_item() : sentence;
 }
 
 CLI::Validator is_named() {
@@ -158,9 +171,8 @@ void road::up(zmf::session &session, const zmf::fixed_tree &native, bool with_op
         return;
     out.finish();
     zmf::failure failure = session.describe(status);
-    const char *known = pouch::sentence(status);
-    if (failure.message.empty() && known != nullptr)
-        failure.message = known;
+    if (failure.message.empty())
+        failure.message = reason_of(failure);
     throw walk_failure{std::move(failure)};
 }
 

@@ -28,9 +28,10 @@ void shut_gate(zmf::session &session) {
 void refuse_unknown(const request_file &native, const zmf::plugin &plugin, const std::string &file) {
     for (uint32_t i = 0; i < native.tree.count(); ++i) {
         const zmf_datatree &top = native.tree.tops()[i];
+        const std::string ns = top.ns == nullptr ? "" : top.ns;
         if (!plugin.takes_up(top))
-            throw bad_input{name_of(file) + ": no root of the plug-in takes top node \"" + top.tag +
-                            "\" of namespace \"" + (top.ns == nullptr ? "" : top.ns) + "\""};
+            throw bad_input{name_of(file) + ": no root of the plug-in takes top node \"" + top.tag + '"' +
+                            (ns.empty() ? " without a namespace" : " of namespace \"" + ns + '"')};
     }
 }
 
