@@ -117,12 +117,13 @@ private:
     std::vector<std::string> paths_;
 };
 
-std::vector<story> all_stories(const survey &of, const zmf::plugin &by) {
+// Of all nodes, or only the reads of leaves, which is what settles the way back.
+std::vector<story> all_stories(const survey &of, const zmf::plugin &by, bool is_whole) {
     std::vector<story> all;
     for (const schema::model &model : schema::models())
         for (const schema::node &node : model.nodes)
-            if (is_of_plugin(by, node))
-                all.push_back(of.tell(node));
+            if (is_of_plugin(by, node) && (is_whole || is_leaf(node)))
+                all.push_back(is_whole ? of.tell(node) : of.tell_reads(node));
     return all;
 }
 
@@ -176,7 +177,7 @@ int explain(const explain_options &options) {
         for (const schema::native_node *node : found.native)
             told.native.push_back({node, {}, {}});
     }
-    const std::vector<story> all = all_stories(of, road.plugin);
+    const std::vector<story> all = all_stories(of, road.plugin, !told.native.empty());
     of.settle(all);
     tell_native(all, of.up(), told.native);
     if (options.road.form == "json")

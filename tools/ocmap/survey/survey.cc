@@ -91,16 +91,27 @@ void survey::settle(const std::vector<story> &all) {
         each.is_asked = asked.has(each.native);
 }
 
+void survey::probe(story &told, deed what, const std::vector<subject> &subjects) const {
+    for (const subject &whose : subjects)
+        if (is_read(what) || !whose.is_all)
+            put(told.fates[static_cast<size_t>(what)], prober_.probe(*told.node, what, whose), whose);
+}
+
 story survey::tell(const schema::node &node, const std::vector<chosen_key> &given) const {
     story told{&node, {}, {}};
-    for (const subject &whose : tries_.subjects(node, given))
-        for (const deed what : all_deeds)
-            if (is_read(what) || !whose.is_all)
-                put(told.fates[static_cast<size_t>(what)], prober_.probe(node, what, whose), whose);
+    const std::vector<subject> subjects = tries_.subjects(node, given);
+    for (const deed what : all_deeds)
+        probe(told, what, subjects);
     const std::string path = path_of(node);
     for (const filling &each : up_.fillings)
         if (each.path == path)
             told.filled_by.push_back(&each);
+    return told;
+}
+
+story survey::tell_reads(const schema::node &node) const {
+    story told{&node, {}, {}};
+    probe(told, deed::get, tries_.subjects(node));
     return told;
 }
 

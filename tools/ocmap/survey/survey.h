@@ -45,11 +45,14 @@ public:
 
     // What fills a node is told without `is_asked`.
     story tell(const schema::node &node, const std::vector<chosen_key> &given = {}) const;
-    // With the stories of all leaves it is known which native nodes a read asks for.
+    story tell_reads(const schema::node &node) const; // those of state alone
+    // With the stories of all leaves, or of their reads, it is known which native nodes a read asks for.
     void settle(const std::vector<story> &all);
     const ascent &up() const { return up_; }
 
 private:
+    void probe(story &told, deed what, const std::vector<subject> &subjects) const;
+
     const samples tries_;
     const prober prober_;
     ascent up_;
