@@ -47,7 +47,8 @@ rcode ocoptical_ifmap_c_find_ifname(uint32_t channel, char *name_out) {
 rcode ocoptical_ifmap_c_find_ifindex(const char *name, uint32_t *channel) {
     if (name == nullptr || channel == nullptr)
         return unknown_interface;
-    const uint32_t *found = hardware::current().channel_of.find(name);
+    static thread_local uint32_t last = 0;
+    const uint32_t *found = hardware::current().channel_of.find(name, last);
     if (found == nullptr)
         return unknown_interface;
     *channel = *found;

@@ -31,8 +31,14 @@ public:
         return values_[number - 1];
     }
     const Value *find(std::string_view text) const noexcept { // null: none
-        const uint32_t number = texts_.find(text);
-        return number == 0 ? nullptr : &values_[number - 1];
+        uint32_t nothing_found = 0;
+        return find(text, nothing_found);
+    }
+    // `last` is what the caller found last, from 0: most often it is the same again.
+    const Value *find(std::string_view text, uint32_t &last) const noexcept {
+        if (!texts_.is_text(last, text))
+            last = texts_.find(text);
+        return last == 0 ? nullptr : &values_[last - 1];
     }
     bool empty() const noexcept { return values_.empty(); }
     void clear() { *this = {}; }

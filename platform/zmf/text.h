@@ -27,9 +27,12 @@ private:
 // Distinct texts, numbered from 1; number 0 is "no text".
 class text_table {
 public:
-    uint32_t number(std::string_view text);                           // finds or adds
-    uint32_t find(std::string_view text) const noexcept;              // 0: not there
-    const char *text(uint32_t number) const noexcept;                 // null for 0
+    uint32_t number(std::string_view text);              // finds or adds
+    uint32_t find(std::string_view text) const noexcept; // 0: not there
+    const char *text(uint32_t number) const noexcept;    // null for 0
+    bool is_text(uint32_t number, std::string_view text) const noexcept {
+        return number != 0 && number <= texts_.size() && texts_[number - 1] == text;
+    }
     size_t size() const noexcept { return texts_.size(); }            // distinct texts
     void forget_look_up() noexcept;                                   // from here on only text() works
     text_arena release_texts() noexcept { return std::move(arena_); } // keeps what text() handed out

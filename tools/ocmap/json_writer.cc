@@ -77,7 +77,42 @@ void json_writer::item() {
     is_started_ = true;
 }
 
+// Most members have a tag alone, and most strings are plain: these are put together where they go.
+bool json_writer::put_plain_member(std::string_view tag) {
+    const size_t blanks = 2 * depth_;
+    char *at = out_.room(blanks + tag.size() + 6);
+    if (at == nullptr)
+        return false;
+    if (is_started_)
+        *at++ = ',';
+    *at++ = '\n';
+    at = std::fill_n(at, blanks, ' ');
+    *at++ = '"';
+    std::memcpy(at, tag.data(), tag.size());
+    at += tag.size();
+    *at++ = '"';
+    *at++ = ':';
+    *at++ = ' ';
+    out_.keep(at);
+    is_started_ = true;
+    return true;
+}
+
+bool json_writer::put_plain_string(std::string_view text) {
+    char *at = out_.room(text.size() + 2);
+    if (at == nullptr || !is_plain(text))
+        return false;
+    *at++ = '"';
+    std::memcpy(at, text.data(), text.size());
+    at += text.size();
+    *at++ = '"';
+    out_.keep(at);
+    return true;
+}
+
 void json_writer::member(std::string_view mark, std::string_view module, std::string_view tag) {
+    if (mark.empty() && module.empty() && put_plain_member(tag))
+        return;
     item();
     out_.write('"');
     if (!mark.empty())
@@ -91,6 +126,8 @@ void json_writer::member(std::string_view mark, std::string_view module, std::st
 }
 
 void json_writer::string(std::string_view text) {
+    if (put_plain_string(text))
+        return;
     out_.write('"');
     escaped(text);
     out_.write('"');

@@ -31,6 +31,8 @@ private:
     void open(char bracket);
     void close(char bracket);
     void line(bool is_after_comma);
+    bool put_plain_member(std::string_view tag);
+    bool put_plain_string(std::string_view text);
     void escaped(std::string_view text);
 
     output &out_;

@@ -24,6 +24,9 @@ public:
         held_ += text.size();
     }
     void write(char letter) noexcept { write({&letter, 1}); }
+    // Room for so many bytes, to be filled from its start and then kept up to `end`; null: none without writing out.
+    char *room(size_t size) noexcept { return size <= held_back - held_ ? buffer_.get() + held_ : nullptr; }
+    void keep(const char *end) noexcept { held_ = static_cast<size_t>(end - buffer_.get()); }
     bool failed() const noexcept { return error_ != 0; }
     void finish(); // writes what is held back; throws output_error if this or an earlier write failed
 
