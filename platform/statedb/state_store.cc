@@ -1,6 +1,7 @@
 // The state store: encoded records under exact paths. A path is that of the binding with that of the item behind it.
 #include "statedb/state_store.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
 #include <map>
@@ -89,7 +90,7 @@ rcode statedb_item_get(void *handle, const char *path, void **data, size_t *leng
     auto *copy = static_cast<char *>(std::malloc(item->size()));
     if (copy == nullptr)
         return RC_NO_MEMORY;
-    std::memcpy(copy, item->data(), item->size());
+    std::ranges::copy(*item, copy); // bytes, no text
     *data = copy;
     *length = item->size();
     return RC_OK;
