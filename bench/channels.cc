@@ -7,7 +7,7 @@
 namespace bench {
 std::string numbered(std::string_view text, uint32_t port) {
     std::string written;
-    for (size_t at; (at = text.find('#')) != text.npos;) {
+    for (size_t at = text.find('#'); at != text.npos; at = text.find('#')) {
         written.append(text.substr(0, at));
         text.remove_prefix(at + 1);
         uint32_t more = 0;
@@ -22,7 +22,7 @@ std::string numbered(std::string_view text, uint32_t port) {
 
 std::string for_ports(std::string_view text, uint32_t ports) {
     std::string written;
-    for (size_t begin; (begin = text.find("<<")) != text.npos;) {
+    for (size_t begin = text.find("<<"); begin != text.npos; begin = text.find("<<")) {
         const size_t end = text.find(">>");
         written.append(text.substr(0, begin));
         for (uint32_t port = 1; port <= ports; ++port) {
