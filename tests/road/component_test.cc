@@ -1,6 +1,5 @@
 // Components: an optical channel down onto a device and back up, on platforms of either kind, and what is refused. A
 // case more: a row. Quotes are written as ' in requests.
-#include <algorithm>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -8,6 +7,7 @@
 #include "device/native_json.h"
 #include "device_road.h"
 #include "host.h"
+#include "written_json.h"
 #include "zmf/session.h"
 
 namespace {
@@ -23,11 +23,6 @@ device_road platform(uint32_t router_type, bool is_legacy) {
     device::description made = road::bare_device(router_type, true);
     made.legacy_optical_terminal_device = is_legacy;
     return device_road(std::move(made));
-}
-
-std::string json_of(std::string text) {
-    std::replace(text.begin(), text.end(), '\'', '"');
-    return text;
 }
 
 std::string components(const std::string &entries) {

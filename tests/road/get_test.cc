@@ -15,6 +15,7 @@
 #include "host.h"
 #include "narrow.h"
 #include "request.h"
+#include "written_json.h"
 
 namespace {
 
@@ -25,12 +26,6 @@ using road::scratch_file;
 using zmf::output_node;
 
 // Quotes are written as ' in these tests.
-std::string json_of(std::string text) {
-    for (char &each : text)
-        each = each == '\'' ? '"' : each;
-    return text;
-}
-
 std::string channels(const std::string &entries) {
     return json_of("{'openconfig-terminal-device:terminal-device':{'logical-channels':{'channel':[" + entries + "]}}}");
 }

@@ -1,31 +1,19 @@
 // Native interface configurations with their optics, walked up by the host as a program: which interfaces are optical
 // channels, what their leaves become and lose, and what the gate holds back. A case more: a row. Quotes are written as
 // ' in native data and replies, blanks do not count in replies.
-#include <algorithm>
-#include <cctype>
 #include <string>
 #include <vector>
 
 #include <gtest/gtest.h>
 
 #include "host.h"
+#include "written_json.h"
 
 namespace {
 
 using road::outcome;
 using road::run_host;
 using road::scratch_file;
-
-std::string json_of(std::string text) {
-    std::replace(text.begin(), text.end(), '\'', '"');
-    return text;
-}
-
-std::string without_blanks(std::string text) {
-    text.erase(std::remove_if(text.begin(), text.end(), [](unsigned char c) { return std::isspace(c) != 0; }),
-               text.end());
-    return text;
-}
 
 std::string interface(const std::string &name, const std::string &optics) {
     return "{'active':'act','interface-name':'" + name + "'" +

@@ -1,30 +1,18 @@
 // LLDP neighbours read through the whole road, by the host as a program. A case more: a row. Quotes are written as ' in
 // requests, devices and replies; blanks do not count in replies.
-#include <algorithm>
-#include <cctype>
 #include <string>
 #include <vector>
 
 #include <gtest/gtest.h>
 
 #include "host.h"
+#include "written_json.h"
 
 namespace {
 
 using road::outcome;
 using road::run_host;
 using road::scratch_file;
-
-std::string json_of(std::string text) {
-    std::replace(text.begin(), text.end(), '\'', '"');
-    return text;
-}
-
-std::string without_blanks(std::string text) {
-    text.erase(std::remove_if(text.begin(), text.end(), [](unsigned char c) { return std::isspace(c) != 0; }),
-               text.end());
-    return text;
-}
 
 std::string of_channel(const std::string &channel, const std::string &below) {
     return json_of("{'openconfig-terminal-device:terminal-device':{'logical-channels':{'channel':[{'index':" + channel +

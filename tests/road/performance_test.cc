@@ -8,18 +8,13 @@
 
 #include "device_road.h"
 #include "host.h"
+#include "written_json.h"
 
 namespace {
 
 using road::device_road;
 
 // Quotes are written as ' in these tests.
-std::string json_of(std::string text) {
-    for (char &each : text)
-        each = each == '\'' ? '"' : each;
-    return text;
-}
-
 std::string channels(const std::string &entries) {
     return json_of("{'openconfig-terminal-device:terminal-device':{'logical-channels':{'channel':[" + entries + "]}}}");
 }

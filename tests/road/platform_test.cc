@@ -1,6 +1,5 @@
 // Components and interfaces in requests of several top nodes, and of what no model here knows. A case more: a row.
 // Quotes are written as ' in requests.
-#include <algorithm>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -8,6 +7,7 @@
 #include "device_road.h"
 #include "host.h"
 #include "request.h"
+#include "written_json.h"
 #include "zmf/plugin.h"
 #include "zmf/session.h"
 
@@ -18,11 +18,6 @@ using road::run_host;
 using road::scratch_file;
 
 constexpr uint32_t cfg = OP_GET_CONFIG, get = OP_GET, edit = OP_EDIT;
-
-std::string json_of(std::string text) {
-    std::replace(text.begin(), text.end(), '\'', '"');
-    return text;
-}
 
 // The three trees, each with something in it or nothing.
 std::string channels(const std::string &entries) {

@@ -22,6 +22,7 @@
 #include "device/native_json.h"
 #include "device/store.h"
 #include "namespaces.h"
+#include "written_json.h"
 #include "zmf/session.h"
 
 namespace {
@@ -31,11 +32,6 @@ constexpr char assignment_list[] = "/logical-channels/channel/logical-channel-as
 constexpr char native_ns[] = ZMF_NS_CORVANE("Corvane-terminal-device-cfg");
 
 // Quotes are written as ' in these tests.
-std::string json_of(std::string text) {
-    std::replace(text.begin(), text.end(), '\'', '"');
-    return text;
-}
-
 // A device with these entries of the channel list.
 device::description with_channels(const std::string &entries) {
     return device::parse(

@@ -119,35 +119,24 @@ rcode framed_if(bool (*applies)(zmf_map_ctx), frame &f, body_fn body, zmf_map_ct
     static rcode OC_JOIN(name, _body)([[maybe_unused]] zmf_map_ctx ctx, [[maybe_unused]] const zmf_datatree *node,     \
                                       [[maybe_unused]] zmf_datatree *tree, [[maybe_unused]] const char *oc_self)
 
-// A hand-written callback or conversion: CONVERSION(name) { ... return status; }
-#define CONVERSION(name)                                                                                               \
+// An exported function in its frame `f`, around the body that follows.
+#define OC_CONVERSION(name, ...)                                                                                       \
     OC_BODY(name);                                                                                                     \
     extern "C" OC_EXPORT rcode name(zmf_map_ctx ctx, const zmf_datatree *node, zmf_datatree *tree) {                   \
         assert(NULL != ctx);                                                                                           \
         static constinit ocoptical::frame f = OC_FRAME;                                                                \
-        return ocoptical::framed(f, OC_JOIN(name, _body), ctx, node, tree);                                            \
+        return ocoptical::__VA_ARGS__;                                                                                 \
     }                                                                                                                  \
     OC_BODY(name)
+
+// A hand-written callback or conversion: CONVERSION(name) { ... return status; }
+#define CONVERSION(name) OC_CONVERSION(name, framed(f, OC_JOIN(name, _body), ctx, node, tree))
 
 // A conversion with an argument test of its own: `given` is an expression of `node` and `tree`.
-#define CONVERSION_WHERE(given, name)                                                                                  \
-    OC_BODY(name);                                                                                                     \
-    extern "C" OC_EXPORT rcode name(zmf_map_ctx ctx, const zmf_datatree *node, zmf_datatree *tree) {                   \
-        assert(NULL != ctx);                                                                                           \
-        static constinit ocoptical::frame f = OC_FRAME;                                                                \
-        return ocoptical::framed_where(given, f, OC_JOIN(name, _body), ctx, node, tree);                               \
-    }                                                                                                                  \
-    OC_BODY(name)
+#define CONVERSION_WHERE(given, name) OC_CONVERSION(name, framed_where(given, f, OC_JOIN(name, _body), ctx, node, tree))
 
 // A conversion that does nothing unless `applies`, a question about the context; only then its arguments are tested.
-#define CONVERSION_IF(applies, name)                                                                                   \
-    OC_BODY(name);                                                                                                     \
-    extern "C" OC_EXPORT rcode name(zmf_map_ctx ctx, const zmf_datatree *node, zmf_datatree *tree) {                   \
-        assert(NULL != ctx);                                                                                           \
-        static constinit ocoptical::frame f = OC_FRAME;                                                                \
-        return ocoptical::framed_if(applies, f, OC_JOIN(name, _body), ctx, node, tree);                                \
-    }                                                                                                                  \
-    OC_BODY(name)
+#define CONVERSION_IF(applies, name) OC_CONVERSION(name, framed_if(applies, f, OC_JOIN(name, _body), ctx, node, tree))
 
 // A conversion of a container: CONTAINER_CONVERSION(name) { ... return status; }. Its child count says nothing to it.
 #define CONTAINER_CONVERSION(name)                                                                                     \
